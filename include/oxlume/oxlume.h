@@ -1,0 +1,17 @@
+/* All of Oxlume's flat boundary. */
+#ifndef OXLUME_OXLUME_H
+#define OXLUME_OXLUME_H
+
+#include <oxlume/LxBase.h>
+#include <oxlume/LxColor.h>
+#include <oxlume/LxImage.h>
+#include <oxlume/LxLibrary.h>
+#include <oxlume/LxLine.h>
+#include <oxlume/LxMatrix.h>
+#include <oxlume/LxMem.h>
+#include <oxlume/LxPixelType.h>
+#include <oxlume/LxPoint.h>
+#include <oxlume/LxRect.h>
+#include <oxlume/LxThread.h>
+
+#endif
