@@ -72,7 +72,7 @@ void limitMemory(rlim_t bytes) {
 }
 
 // Really takes the process's memory away, then asks for more than is left.
-void exhaustMemory() {
+[[maybe_unused]] void exhaustMemory() {
     limitMemory(64u << 20);
     for (int i = 0; i < 64; ++i)
         LxMem_malloc(16u << 20);
