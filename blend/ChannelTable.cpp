@@ -70,34 +70,32 @@ struct Exception {
     Rule rule;
 };
 
-using enum Channel;
-
 constexpr Exception exceptions[] = {
-    {{a, a, rgba}, red, srcOver, single(0, onAlpha)},
-    {{a, a, rgba}, green, srcOver, single(1, onAlpha)},
-    {{a, a, rgba}, blue, srcOver, single(2, onAlpha)},
-    {{a, a, rgba}, alpha, srcOver, single(3, onAlpha)},
+    {{a, a, rgba}, Channel::red, srcOver, single(0, onAlpha)},
+    {{a, a, rgba}, Channel::green, srcOver, single(1, onAlpha)},
+    {{a, a, rgba}, Channel::blue, srcOver, single(2, onAlpha)},
+    {{a, a, rgba}, Channel::alpha, srcOver, single(3, onAlpha)},
     {{a, a, rgba}, Channel::rgb, srcOver, single(0, onAlpha)},
     {{a, a, rgba}, Channel::rgba, srcOver, single(0, onAlpha)},
-    {{a, a, rgba}, red, src | fixed, single(0)},
-    {{a, a, rgba}, green, src | fixed, single(1)},
-    {{a, a, rgba}, blue, src | fixed, single(2)},
-    {{a, a, rgba}, alpha, fixed, single(0)},
+    {{a, a, rgba}, Channel::red, src | fixed, single(0)},
+    {{a, a, rgba}, Channel::green, src | fixed, single(1)},
+    {{a, a, rgba}, Channel::blue, src | fixed, single(2)},
+    {{a, a, rgba}, Channel::alpha, fixed, single(0)},
     {{a, a, rgba}, Channel::rgba, src | fixed, single(0)},
 
-    {{rgb, rgb, a}, alpha, fixed, only(2)},
+    {{rgb, rgb, a}, Channel::alpha, fixed, only(2)},
 
-    {{rgb, rgb, rgba}, red, srcOver | src | fixed, only(0, onAlpha)},
-    {{rgb, rgb, rgba}, green, srcOver | src | fixed, only(1, onAlpha)},
-    {{rgb, rgb, rgba}, blue, srcOver | src | fixed, only(2, onAlpha)},
+    {{rgb, rgb, rgba}, Channel::red, srcOver | src | fixed, only(0, onAlpha)},
+    {{rgb, rgb, rgba}, Channel::green, srcOver | src | fixed, only(1, onAlpha)},
+    {{rgb, rgb, rgba}, Channel::blue, srcOver | src | fixed, only(2, onAlpha)},
     {{rgb, rgb, rgba}, Channel::rgb, srcOver, all(onAlpha)},
 
-    {{rgba, rgba, rgba}, red, srcOver | src, only(0, onAlpha, opaque)},
-    {{rgba, rgba, rgba}, green, srcOver | src, only(1, onAlpha, opaque)},
-    {{rgba, rgba, rgba}, blue, srcOver | src, only(2, onAlpha, opaque)},
-    {{rgba, rgba, rgba}, red, fixed, only(0)},
-    {{rgba, rgba, rgba}, green, fixed, only(1)},
-    {{rgba, rgba, rgba}, blue, fixed, only(2)},
+    {{rgba, rgba, rgba}, Channel::red, srcOver | src, only(0, onAlpha, opaque)},
+    {{rgba, rgba, rgba}, Channel::green, srcOver | src, only(1, onAlpha, opaque)},
+    {{rgba, rgba, rgba}, Channel::blue, srcOver | src, only(2, onAlpha, opaque)},
+    {{rgba, rgba, rgba}, Channel::red, fixed, only(0)},
+    {{rgba, rgba, rgba}, Channel::green, fixed, only(1)},
+    {{rgba, rgba, rgba}, Channel::blue, fixed, only(2)},
 };
 
 int groupOf(Mode mode) {

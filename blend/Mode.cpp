@@ -1,6 +1,7 @@
 #include "blend/Mode.h"
 
 #include <array>
+#include <cstddef>
 
 #include "blend/Function.h"
 

@@ -21,7 +21,7 @@ Pixel load(Layout layout, const uint8_t *from) {
     return {{from[0], from[1], from[2]}, layout == Layout::rgba ? from[3] : 255};
 }
 
-int weightOf(const Plan &plan, int aAlpha, int bAlpha, int m) {
+int pixelWeight(const Plan &plan, int aAlpha, int bAlpha, int m) {
     const int opacity = plan.weightOpacity();
     if (plan.mode->weight == WeightSource::a)
         return plan.rule.weight == Weighing::opacityAlone ? opacity : weightOf(opacity, aAlpha);
@@ -135,7 +135,7 @@ void blendPixel(const Plan &plan, uint8_t *out, const uint8_t *aBytes, const uin
     }
     const Pixel a = load(plan.cell.a, aBytes);
     const Pixel b = load(plan.cell.b, bBytes);
-    int w = weightOf(plan, a.alpha, b.alpha, m);
+    int w = pixelWeight(plan, a.alpha, b.alpha, m);
     if (plan.mode->mode == Mode::dissolve && (std::rand() & 255) > plan.opacity)
         w = 0;
     if (w == 0 && skipsAtZero(plan.mode->family))

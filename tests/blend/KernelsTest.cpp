@@ -61,8 +61,9 @@ TEST(BlendKernels, ChannelsAndModesOutOfRangeWriteNothing) {
                         for (const int channel : {0, 7, 255})
                             ASSERT_EQ(blended(LxBlend_WithChannel(mode, 255, channel), nines, pa, pb, mask),
                                       nines);
-                        if (mode >= 44)
+                        if (mode >= 44) {
                             ASSERT_EQ(blended(LxBlend(mode, 255), nines, pa, pb, mask), nines);
+                        }
                     }
                 }
             }
