@@ -9,10 +9,11 @@
 
 #include <oxlume/LxBase.h>
 #include <oxlume/LxColor.h>
-#include <oxlume/LxImage.h>
 #include <oxlume/LxRect.h>
 
 LX_BEGIN_DECLS
+
+typedef struct _LxImage LxImage;
 
 /* How two pictures are combined. Read it through the functions below. */
 typedef struct _LxBlend {
@@ -71,6 +72,33 @@ typedef void (*LxMapBlendFunction)(const LxBlend *blend, void *out, const void *
 LX_API LxPixelBlendFunction LxBlend_SelectPixelBlendFunction(int32_t outType, int32_t bType);
 LX_API LxLineBlendFunction LxBlend_SelectLineBlendFunction(int32_t outType, int32_t bType);
 LX_API LxMapBlendFunction LxBlend_SelectMapBlendFunction(int32_t outType, int32_t aType, int32_t bType);
+
+/* ---- Compositing images where they lie ----
+ *
+ * Images meet by their rectangles in the outer coordinate system; `mask` is an image of one-byte pixels in
+ * the same system, or null (a mask of another type counts as none), and `rect` limits what is drawn, or is
+ * null. Nothing is drawn beyond any of them. A null blend or image, a combination without a kernel, a tiled
+ * source and rectangles that do not overlap change nothing. A masked call sets and clears a bit in `blend`,
+ * so two at once need a blend each. */
+
+/* `out` becomes the blend of `a` and `b`. Where `b` is `out` or `a`, the call reads and writes `b` alone: its
+ * own pixels from its corner, written from its position on.
+ *
+ * A segmented `b` is drawn as a frame that fills `rect`, or all of `out` from the origin on: corners as they
+ * are, sides and middle repeated. During such a call `b`, and `a` where it is not `out`, are moved about. */
+LX_API void LxBlend_Image_Image_Image(LxBlend *blend, LxImage *out, LxImage *a, LxImage *b,
+                                      const LxImage *mask, const LxRectL *rect);
+
+/* The same with `dst` as both `out` and `a`. */
+LX_API void LxBlend_Image_Image(LxBlend *blend, LxImage *dst, LxImage *src, const LxImage *mask,
+                                const LxRectL *rect);
+
+/* `image` in all three places; a segmented one is left alone. */
+LX_API void LxBlend_Image(LxBlend *blend, LxImage *image, const LxImage *mask, const LxRectL *rect);
+
+/* Blends a colour into the pixel at (x, y), relative to the image's own corner. Images of one byte, of floats
+ * and of integers, and colours of floats and of integers, change nothing. */
+LX_API void LxBlend_Image_Pixel(LxImage *image, LxColor color, const LxBlend *blend, int32_t x, int32_t y);
 
 LX_END_DECLS
 
