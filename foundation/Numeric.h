@@ -27,12 +27,16 @@ inline int32_t roundToInt32(double value) {
 }
 
 // Arithmetic in 32 bits that keeps the low bits of what does not fit.
-inline int32_t wrappingAdd(int32_t a, int32_t b) {
+constexpr int32_t wrappingAdd(int32_t a, int32_t b) {
     return static_cast<int32_t>(static_cast<uint32_t>(a) + static_cast<uint32_t>(b));
 }
 
-inline int32_t wrappingSubtract(int32_t a, int32_t b) {
+constexpr int32_t wrappingSubtract(int32_t a, int32_t b) {
     return static_cast<int32_t>(static_cast<uint32_t>(a) - static_cast<uint32_t>(b));
+}
+
+constexpr int32_t wrappingMultiply(int32_t a, int32_t b) {
+    return static_cast<int32_t>(static_cast<uint32_t>(a) * static_cast<uint32_t>(b));
 }
 
 // |a - b|, the difference formed in 64 bits and its low 32 kept.

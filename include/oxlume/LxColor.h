@@ -63,8 +63,8 @@ LX_API LxRGBA LxRGBA_fromLong(uint32_t value); /* From 0xAARRGGBB. */
  * types without bytes, floats included, give opaque black. */
 LX_API void LxColor_AsFloatArray(LxColor color, float out[4]);
 
-/* Integer conversions, exact to the bit on every machine. A hue more than one turn out of range falls where
- * the bands happen to put it. The pair is no exact round trip. */
+/* Integer conversions, exact to the bit on every machine, in 32 bits that wrap. A hue more than one turn out
+ * of range falls where the bands happen to put it. The pair is no exact round trip. */
 LX_API LxHSV LxHSV_fromRGB(LxRGB rgb);
 LX_API LxRGB LxRGB_fromHSV(int32_t hue, int32_t saturation, int32_t value);
 
@@ -72,12 +72,13 @@ LX_API LxRGB LxRGB_fromHSV(int32_t hue, int32_t saturation, int32_t value);
 LX_API void intRGBtoHSV(const uint8_t *rgb, int32_t *hue, int32_t *saturation, int32_t *value);
 LX_API void intHSVtoRGB(int32_t hue, int32_t saturation, int32_t value, uint8_t *rgb);
 
-/* Between two colours, `t` 0 giving `from` and 1 giving `to`, rounded; a `t` beyond wraps in each byte. */
+/* Between two colours, `t` 0 giving `from` and 1 giving `to`, rounded to the nearest, halves up. A `t` beyond
+ * wraps in each byte: the result is taken modulo 256. A `t` that is infinite or not a number gives 0. */
 LX_API LxRGBA LxRGBA_Lerp(double t, LxRGBA from, LxRGBA to);
 LX_API LxRGB LxRGB_Lerp(double t, LxRGB from, LxRGB to);
 
-/* The same through hue, saturation and value. Hue is a plain number here: from 350 to 10 it runs through 180.
- */
+/* The same through hue, saturation and value, and alpha as above. Hue is a plain number here: from 350 to 10
+ * it runs through 180. */
 LX_API LxRGBA LxRGBA_LerpHSV(double t, LxRGBA from, LxRGBA to);
 LX_API LxRGB LxRGB_LerpHSV(double t, LxRGB from, LxRGB to);
 

@@ -11,8 +11,8 @@ typedef enum LxPixelType {
     kLxPixelA = 0,    /* one byte: masks, alpha or grey planes */
     kLxPixelRGB = 1,  /* three bytes r, g, b */
     kLxPixelRGBA = 2, /* four bytes r, g, b, a, straight alpha: the working type */
-    kLxPixelRGBAPremultiplied =
-        3,         /* four bytes, colour multiplied by alpha; made by LxImage_PremultiplyAlpha */
+    /* four bytes, colour multiplied by alpha; made by LxImage_PremultiplyAlpha */
+    kLxPixelRGBAPremultiplied = 3,
     kLxPixelF = 4, /* one 32-bit float, nominally 0 to 1 */
     kLxPixelL = 5  /* one 32-bit integer; reserved */
 } LxPixelType;
@@ -31,9 +31,9 @@ LX_API int32_t LxColor_BytesPerPixel(int32_t type);
 LX_API int32_t LxColor_BytesPerComponent(int32_t type);
 LX_API int32_t LxColor_HasAlpha(int32_t type);
 
-/* For callers who allocate rows of their own: `width` times LxColor_BytesPerPixel, rounded up to a multiple
- * of
- * 16. Images made by the library align their rows to 4 only. */
+/* For callers who allocate rows of their own: `width` times LxColor_BytesPerPixel(type), rounded up to a
+ * multiple of 16; of a result beyond 32 bits the low 32 are kept. Images made by the library align their rows
+ * to 4 only. */
 LX_API int32_t LxColor_BytesPerRow(int32_t type, int32_t width);
 
 LX_END_DECLS

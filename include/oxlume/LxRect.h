@@ -44,7 +44,8 @@ LX_API LxRectL LxRectL_fromD(LxRectD rect);
 /* The rectangle of a platform rectangle. Corners are added in single precision, then widened; sorts. */
 LX_API LxRectD LxRectD_fromCGRect(LxCGRect rect);
 
-/* The same corners, the floor of the first and the ceiling of the second, then sorted. */
+/* The same corners, the floor of the first and the ceiling of the second, then sorted. One beyond 32 bits, or
+ * not a number, gives INT32_MIN. */
 LX_API LxRectL LxRectL_fromCGRect(LxCGRect rect);
 
 /* Sort, then answer the first corner and the differences, narrowed to single precision. */
@@ -63,7 +64,8 @@ LX_API int32_t LxRectD_isEmpty(const LxRectD *rect);
 LX_API int32_t LxRectL_isIntersecting(LxRectL a, LxRectL b);
 LX_API int32_t LxRectD_isIntersecting(LxRectD a, LxRectD b);
 
-/* Width and height: the absolute difference of the two coordinates. */
+/* Width and height: the absolute difference of the two coordinates; of one beyond 32 bits the low 32 are
+ * kept. */
 LX_API int32_t LxRectL_w(const LxRectL *rect);
 LX_API double LxRectD_w(const LxRectD *rect);
 LX_API int32_t LxRectL_h(const LxRectL *rect);
@@ -76,7 +78,7 @@ LX_API int32_t LxRectD_contains(LxRectD rect, double x, double y);
 /* Sorts in place, then takes the floor of the first corner and the ceiling of the second. */
 LX_API void LxRectD_Integral(LxRectD *rect);
 
-/* Sort in place, then add dx to both x and dy to both y. Two names for one operation. */
+/* Sort in place, then add dx to both x and dy to both y; integers wrap. Two names for one operation. */
 LX_API void LxRectL_offset(LxRectL *rect, int32_t dx, int32_t dy);
 LX_API void LxRectL_moveBy(LxRectL *rect, int32_t dx, int32_t dy);
 LX_API void LxRectD_offset(LxRectD *rect, double dx, double dy);
@@ -98,7 +100,9 @@ LX_API LxRectL LxRectL_union(LxRectL a, LxRectL b);
 LX_API LxRectD LxRectD_union(LxRectD a, LxRectD b);
 
 /* Cohen-Sutherland clipping of a line against all four sides, inclusive. Answer 1 when the line's first end
- * is inside at the end, else 0; an empty rectangle gives 0 at once. The forms on doubles write the
+ * is inside at the end, else 0; an empty rectangle, or an end that is infinite or not a number, gives 0 at
+ * once and the line untouched. After 16 rounds, which only an end thrown about a corner by rounding needs,
+ * clipping stops. The forms on doubles write the
  * coordinates back in both cases, so a rejected line may come back partly clipped; those on integers write
  * only when they answer 1, truncating each coordinate + 0.5 toward zero. LxRectL_... sorts its rectangle,
  * LxRectD_... does not. */

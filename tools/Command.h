@@ -1,0 +1,13 @@
+// The commands of the oxlume program. Each stands in a file of its own and adds itself to the program's
+// parser. A command that cannot do its work throws a Failure.
+#pragma once
+
+#include <CLI/CLI.hpp>
+
+#include "tools/Failure.h"
+
+namespace tool {
+
+void addInfoCommand(CLI::App &program);
+
+} // namespace tool

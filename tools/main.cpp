@@ -1,0 +1,42 @@
+// The oxlume program: the library's first client.
+
+#include <exception>
+#include <iostream>
+
+#include <oxlume/LxLibrary.h>
+
+#include "tools/Command.h"
+
+namespace {
+
+constexpr int failed = 2;
+
+int fail(const char *message) {
+    std::cerr << "oxlume: " << message << '\n';
+    return failed;
+}
+
+// Parses the arguments, which runs the command that they name.
+int run(int argc, char **argv) {
+    CLI::App program("2D graphics and imaging from the command line.", "oxlume");
+    program.require_subcommand(1);
+    tool::addInfoCommand(program);
+    try {
+        program.parse(argc, argv);
+        return 0;
+    } catch (const CLI::ParseError &error) {
+        const bool helpWasAsked = error.get_exit_code() == static_cast<int>(CLI::ExitCodes::Success);
+        return helpWasAsked ? program.exit(error) : fail(error.what());
+    }
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+    Oxlume_Init();
+    try {
+        return run(argc, argv);
+    } catch (const std::exception &error) {
+        return fail(error.what());
+    }
+}
