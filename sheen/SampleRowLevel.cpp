@@ -81,7 +81,7 @@ struct Certainty {
 };
 
 Certainty certaintyOf(const SheenValues &s) {
-    Certainty certainty = {INFINITY, -1.0};
+    Certainty certainty = {HUGE_VAL, -1.0};
     const uint32_t curves = shapeVertCurve | shapeVertBorderCurve | shapeHorCurve | shapeHorBorderCurve;
     const uint32_t arches = shapeVertArch | shapeHorArch | shapeCentralArch;
     if ((s.shapeFlags & curves) != 0 || (s.noiseFlags & (noiseVertCurve | noiseHorCurve)) != 0)
@@ -96,7 +96,7 @@ Certainty certaintyOf(const SheenValues &s) {
     // The margin is far above what rounding of the cosine, the sine and the differences can come to.
     certainty.outside = sqrt(s.total[0] * s.total[0] + s.total[1] * s.total[1]) * 1.000000001;
     if (!(certainty.outside > 1e-100)) // nor can it drown in numbers that are too small
-        certainty.outside = INFINITY;
+        certainty.outside = HUGE_VAL;
     if ((s.shapeFlags & arches) == 0)
         certainty.plateau = s.inner[0] < s.inner[1] ? s.inner[0] : s.inner[1];
     return certainty;
@@ -175,8 +175,8 @@ bool foldByAngle(const SheenValues &s, const RowState &state, bool one, Point &p
     c = c - roundedDown(c * s.sectorsPerRadian) * s.sector + s.sector * -0.5;
     const Point folded = polar(r, c, inside & ~bits(plateau));
     // Points that need no angle have the coordinates of some point in the same part.
-    p.x = choose(plateau, Doubles{}, choose(outside, all(INFINITY), absolute(folded.x)));
-    p.y = choose(plateau, Doubles{}, choose(outside, all(INFINITY), absolute(folded.y)));
+    p.x = choose(plateau, Doubles{}, choose(outside, all(HUGE_VAL), absolute(folded.x)));
+    p.y = choose(plateau, Doubles{}, choose(outside, all(HUGE_VAL), absolute(folded.y)));
     return true;
 }
 
