@@ -49,10 +49,10 @@ bool shouldRetry() {
         case kLxMemFailRetry:
             return true;
         default:
-            // On purpose: an undefined mode spins for ever. The volatile store keeps every compiler from
+            // On purpose: an undefined mode spins for ever. Reading a volatile keeps every compiler from
             // taking the loop away; a fence alone does not.
-            for (volatile bool spinning = true;;)
-                spinning = true;
+            for (const volatile bool spinning = true; spinning;)
+                continue;
         }
     }
 }
