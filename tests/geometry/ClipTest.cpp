@@ -1,5 +1,6 @@
 #include "geometry/Clip.h"
 
+#include <algorithm>
 #include <cmath>
 #include <optional>
 
