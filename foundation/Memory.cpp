@@ -49,17 +49,10 @@ bool shouldRetry() {
         case kLxMemFailRetry:
             return true;
         default:
-<<<<<<< HEAD
-            // On purpose: an undefined mode spins for ever. Reading a volatile keeps every compiler from
-            // taking the loop away; a fence alone does not.
-            for (const volatile bool spinning = true; spinning;)
-                continue;
-=======
             // On purpose: an undefined mode spins for ever. Reading a volatile keeps the compiler from taking
             // the loop away.
             for (const volatile bool forever = true; forever;) {
             }
->>>>>>> main
         }
     }
 }
