@@ -1,0 +1,135 @@
+// The coverage form of the rasteriser: smooth edges from samples.
+//
+// A pixel's coverage is told by the samples in it and by the winding of the samples left of it. Along a row,
+// pixels without a sample go on with the winding as it stands.
+
+#include "gc/renderers/CoverageRaster.h"
+
+#include <oxlume/LxMem.h>
+
+#include "gc/renderers/Paint.h"
+#include "gc/renderers/Raster.h"
+#include "gc/renderers/RowCells.h"
+#include "gc/renderers/SampleStore.h"
+#include "image/Image.h"
+
+namespace lx {
+namespace {
+
+SampleList &samplesOf(LxRaster &raster) {
+    return *static_cast<SampleList *>(raster.store);
+}
+
+// Walks sorted samples pixel by pixel.
+template <class Paint>
+void paintSamples(std::span<const uint32_t> samples, bool nonZero, Paint &paint) {
+    int32_t x = 0, y = 0;
+    int32_t winding = 0, windingAtStart = 0;
+    CellSums sums = {};
+    const auto flush = [&] {
+        if (const int32_t c = coverage(sums, windingAtStart, nonZero))
+            paint.pixel(x, y, c);
+        sums = {};
+    };
+    for (const uint32_t word : samples) {
+        const Sample sample = {word};
+        if (sample.x() != x || sample.y() != y) {
+            flush();
+            if (sample.y() != y)
+                winding = 0;
+            else if (const int32_t c = coverage({}, winding, nonZero))
+                paint.run(x + 1, sample.x(), y, c);
+            windingAtStart = winding;
+            x = sample.x();
+            y = sample.y();
+        }
+        if (sample.down()) {
+            ++winding;
+            sums.rise += sample.covered();
+        } else {
+            --winding;
+            sums.fall -= sample.covered();
+        }
+    }
+    flush();
+}
+
+// Paints a row from the sums of its pixels, and empties them.
+template <class Paint>
+void paintRow(RowCells &cells, int32_t y, bool nonZero, Paint &paint) {
+    int32_t winding = 0;
+    int32_t next = 0; // the pixel behind the last one with a sample
+    cells.drain([&](int32_t x, const CellSums &sums, int32_t windingChange) {
+        if (const int32_t c = coverage({}, winding, nonZero); c != 0 && next < x)
+            paint.run(next, x, y, c);
+        if (const int32_t c = coverage(sums, winding, nonZero))
+            paint.pixel(x, y, c);
+        winding += windingChange;
+        next = x + 1;
+    });
+}
+
+// The same picture as paintSamples gives, from samples whose rows are all told apart.
+template <class Paint>
+void paintRows(const SampleRows &rows, bool nonZero, Paint &paint) {
+    RowCells &cells = sharedCells();
+    for (int32_t y = rows.first(); y <= rows.last(); ++y) {
+        for (const uint32_t word : rows.row(y))
+            cells.add(word);
+        paintRow(cells, y, nonZero, paint);
+    }
+}
+
+template <class Paint>
+void paintBest(LxRaster &raster, Paint &&paint) {
+    const SampleRows rows(samplesOf(raster));
+    const bool nonZero = raster.nonZero != 0;
+    if (rows.wrapped())
+        paintSamples(samplesOf(raster).sort(), nonZero, paint);
+    else
+        paintRows(rows, nonZero, paint);
+    paint.finish();
+}
+
+int32_t restart(LxRaster *raster) {
+    samplesOf(*raster) = {};
+    return 1;
+}
+
+void addEdge(LxRaster *raster, double x0, double y0, double x1, double y1) {
+    samplesOf(*raster).addEdge(x0, y0, x1, y1);
+}
+
+void fill(LxRaster *raster, LxImage *image, const LxBlend *blend, LxShader *shader) {
+    fillCoverage(*raster, *image, *blend, *shader, FillMethod::best);
+}
+
+void *createStore() {
+    return ensureSampleStore() ? LxMem_calloc(1, sizeof(SampleList)) : nullptr;
+}
+
+} // namespace
+
+const RasterForm coverageForm = {restart, addEdge, fill, createStore, LxMem_free};
+
+void fillCoverage(LxRaster &raster, LxImage &image, const LxBlend &blend, LxShader &shader,
+                  FillMethod method) {
+    if (samplesOf(raster).count == 0)
+        return;
+    const LxColor color = beginFill(raster, shader);
+    const LxPixelBlendFunction kernel =
+        LxBlend_SelectPixelBlendFunction(static_cast<int32_t>(image.type), color.type);
+    if (kernel == nullptr)
+        return;
+    PixelwisePaint pixelwise(image, blend, shader, kernel);
+    if (method == FillMethod::byRule)
+        paintSamples(samplesOf(raster).sort(), raster.nonZero != 0, pixelwise);
+    else if (SolidPaint::serves(image, blend, shader))
+        paintBest(raster, SolidPaint(image, blend, *static_cast<const LxRGBA *>(shader.data)));
+    else if (LinePaint::serves(image, shader))
+        paintBest(raster, LinePaint(image, blend, shader));
+    else
+        paintBest(raster, pixelwise);
+}
+
+} // namespace lx
