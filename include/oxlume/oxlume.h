@@ -5,6 +5,7 @@
 #include <oxlume/LxBase.h>
 #include <oxlume/LxBlend.h>
 #include <oxlume/LxColor.h>
+#include <oxlume/LxGC.h>
 #include <oxlume/LxImage.h>
 #include <oxlume/LxLibrary.h>
 #include <oxlume/LxLine.h>
