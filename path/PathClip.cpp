@@ -198,7 +198,7 @@ private:
 } // namespace
 
 bool clipPath(LxPath &path, const LxRectD &clip) {
-    PathBuilder out;
+    PathBuilder out(path.count);
     return !ClipScan(path, clip, out).run() || out.moveInto(path);
 }
 
