@@ -87,7 +87,8 @@ uint32_t *write(uint32_t *slot, const Item<Size> &item) {
     // of the whole item would wait for its words to reach memory first.
     [&]<size_t... Index>(std::index_sequence<Index...>) {
         ((slot[Index] = item[Index]), ...);
-    }(std::make_index_sequence<Size>());
+    }
+    (std::make_index_sequence<Size>());
     return slot;
 }
 

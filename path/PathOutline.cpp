@@ -70,17 +70,18 @@ private:
 // Two points nearer than the smallest step of a double at 1 are the same to the stroker.
 bool coincide(double from, double to) {
     constexpr double tolerance = std::numeric_limits<double>::epsilon();
-    return to >= from ? from >= to - tolerance : to + tolerance >= from;
+    const bool rising = to >= from;
+    // Single ampersands: the direction of a line is nothing that the processor could guess.
+    return (rising & (from >= to - tolerance)) | (!rising & (to + tolerance >= from));
 }
 
-// The lines across a segment at its ends. Their first points are the positive side, their second points the
-// negative.
+// The lines across a segment at its ends.
 struct CrossLines {
     LxLineD head = {};
     LxLineD tail = {};
 };
 
-// The edges that cross lines make on the two sides.
+// The edges that cross lines make: their first points the positive side, their second points the negative.
 LxLineD positiveEdge(const CrossLines &lines) {
     return {lines.head.x0, lines.head.y0, lines.tail.x0, lines.tail.y0};
 }
@@ -92,7 +93,8 @@ LxLineD negativeEdge(const CrossLines &lines) {
 class StrokingPen : public BasicPen<StrokingPen> {
 public:
     StrokingPen(PathBuilder &out, int64_t expectedWordsOfASide, double width, int32_t style)
-        : out_(out), positive_(expectedWordsOfASide), halfWidth_(width * 0.5), items_((style & kLxStrokeItems) != 0),
+        : out_(out), positive_(expectedWordsOfASide), halfWidth_(width * 0.5),
+          items_((style & kLxStrokeItems) != 0),
           mitred_((style & (kLxStrokeMitre | kLxStrokeMitreToo)) != 0) {}
 
     // The walk is over. An open subpath still has to be joined, unless a word that is no item cut it short.
@@ -175,7 +177,7 @@ private:
     }
 
     // The corner of the outer side, where the latest edge meets the edge of `next`. There is no limit to how
-    // far away that is.
+    // far away that is. A line that goes straight on has no outer side.
     void addJoin(const CrossLines &next) {
         const double turn = orientation(next.head, last_.tail.x0, last_.tail.y0);
         if (turn < 0)
