@@ -40,7 +40,8 @@ TEST(Numeric, RoundingTruncatesTheValuePlusAHalf) {
 TEST(Numeric, WrappingArithmeticKeepsTheLowBits) {
     EXPECT_EQ(wrappingAdd(highest, 1), lowest);
     EXPECT_EQ(wrappingSubtract(lowest, 1), highest);
-    EXPECT_EQ(wrappingMultiply(0x10001, 0x10001), 0x20001);
+    EXPECT_EQ(wrappingMultiply(65536, 65537), 65536);
+    EXPECT_EQ(wrappingMultiply(lowest, -1), lowest);
     EXPECT_EQ(distance(3, 10), 7);
     EXPECT_EQ(distance(10, 3), 7);
     EXPECT_EQ(distance(highest, lowest), -1) << "4294967295 in its low 32 bits";
