@@ -5,8 +5,9 @@
 #include <oxlume/LxBase.h>
 #include <oxlume/LxBlend.h>
 #include <oxlume/LxColor.h>
-#include <oxlume/LxGC.h>
 #include <oxlume/LxCubicBezier.h>
+#include <oxlume/LxGC.h>
+#include <oxlume/LxGradient.h>
 #include <oxlume/LxImage.h>
 #include <oxlume/LxLibrary.h>
 #include <oxlume/LxLine.h>
