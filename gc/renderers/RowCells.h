@@ -33,13 +33,15 @@ public:
         const uint64_t covered = static_cast<uint64_t>(sample.covered());
         cells_[x] += sample.down() ? windingOne + (covered << riseShift) : covered - windingOne;
         touched_[x / 64] |= uint64_t{1} << x % 64;
+        touchedWords_ |= uint32_t{1} << x / 64;
     }
 
     // Calls visit(x, sums, change of winding) for each pixel with a sample, from the left, and empties the
     // row.
     template <class Visit>
     void drain(Visit visit) {
-        for (uint32_t i = 0; i < wordCount; ++i) {
+        for (; touchedWords_ != 0; touchedWords_ &= touchedWords_ - 1) {
+            const auto i = static_cast<uint32_t>(std::countr_zero(touchedWords_));
             for (uint64_t bits = touched_[i]; bits != 0; bits &= bits - 1) {
                 const uint32_t x = i * 64 + static_cast<uint32_t>(std::countr_zero(bits));
                 const uint64_t cell = cells_[x];
@@ -63,10 +65,10 @@ private:
     static_assert(int64_t{maxSamples} * sampleParts <= int64_t{sumMask});
     static_assert(maxSamples < 1 << (63 - windingShift));
 
-    static constexpr uint32_t wordCount = maxPixels / 64;
-
     uint64_t cells_[maxPixels];
-    uint64_t touched_[wordCount];
+    uint64_t touched_[maxPixels / 64]; // a bit for each cell
+    uint32_t touchedWords_;            // a bit for each word of those
+    static_assert(maxPixels / 64 <= 32);
 };
 
 } // namespace lx
