@@ -75,21 +75,17 @@ void paintRow(RowCells &cells, bool nonZero, Paint &paint) {
 
 // The same picture as paintSamples gives, from samples whose rows are all told apart.
 template <class Paint>
-void paintRows(const SampleRows &rows, bool nonZero, Paint &paint) {
+void paintRows(SampleRows &rows, bool nonZero, Paint &paint) {
     RowCells &cells = sharedCells();
-    for (int32_t y = rows.first(); y <= rows.last(); ++y) {
-        const std::span<const uint32_t> samples = rows.row(y);
-        if (samples.empty() || !paint.row(y))
-            continue;
-        for (const uint32_t word : samples)
-            cells.add(word);
+    for (int32_t y = rows.first(); y <= rows.last() && paint.row(y); ++y) {
+        rows.read(y, cells);
         paintRow(cells, nonZero, paint);
     }
 }
 
 template <class Paint>
 void paintBest(LxRaster &raster, Paint &&paint) {
-    const SampleRows rows(samplesOf(raster));
+    SampleRows rows(samplesOf(raster));
     const bool nonZero = raster.nonZero != 0;
     if (rows.wrapped())
         paintSamples(samplesOf(raster).sort(), nonZero, paint);

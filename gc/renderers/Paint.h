@@ -1,7 +1,7 @@
 // What the coverage of a shape does to an image: pixels and runs of one coverage, through a shader and a
 // blend.
 //
-// All that paint have row(y), which answers whether there is anything to paint in it, and then, from left to
+// All that paint have row(y), which answers whether the row is above the image's end, and then, from left to
 // right, pixel(x, coverage) and run(x0, x1, coverage), x1 exclusive; finish() is called at the end. What lies
 // outside the image is left out.
 #pragma once
