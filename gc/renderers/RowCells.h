@@ -41,8 +41,15 @@ public:
                 bits = 0;
             }
             bits |= uint64_t{1} << x % blockPixels;
-            cells_[x] += changes[*word % changes.size()];
-        } while (++word != end && *word >> rowShift == y);
+            // An upright edge puts the same sample into all quarters of a row.
+            if (end - word >= quarters && word[1] == word[0] && word[2] == word[0] && word[3] == word[0]) {
+                cells_[x] += quarters * changes[*word % changes.size()];
+                word += quarters;
+            } else {
+                cells_[x] += changes[*word % changes.size()];
+                ++word;
+            }
+        } while (word != end && *word >> rowShift == y);
         touch(block, bits);
         return word;
     }
