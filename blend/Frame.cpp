@@ -76,17 +76,19 @@ private:
         LxImage_SegmentFlag(&on_.b, &flags_[0], &flags_[1], &flags_[2], &flags_[3], &flags_[4], &flags_[5]);
     }
 
-    // Rectangles of pieces count their last row and column as inside, hence the 1.
+    // In pixels: the rectangles of pieces count their last row and column as inside.
+    static int64_t extent(int32_t size) { return int64_t{std::max(size, 0)} + 1; }
+
     void readSizes() {
         int32_t sizes[6];
         LxImage_SegmentW(&on_.b, &sizes[0], &sizes[1], &sizes[2]);
         LxImage_SegmentH(&on_.b, &sizes[3], &sizes[4], &sizes[5]);
-        left_ = int64_t{sizes[0]} + 1;
-        middleW_ = int64_t{sizes[1]} + 1;
-        right_ = int64_t{sizes[2]} + 1;
-        top_ = int64_t{sizes[3]} + 1;
-        middleH_ = int64_t{sizes[4]} + 1;
-        bottom_ = int64_t{sizes[5]} + 1;
+        left_ = extent(sizes[0]);
+        middleW_ = extent(sizes[1]);
+        right_ = extent(sizes[2]);
+        top_ = extent(sizes[3]);
+        middleH_ = extent(sizes[4]);
+        bottom_ = extent(sizes[5]);
         const int64_t areaW = int64_t{area_.x1} - area_.x0, areaH = int64_t{area_.y1} - area_.y0;
         if (layout_ == 4)
             readEnds(areaW);
@@ -99,12 +101,19 @@ private:
         int32_t widths[9];
         LxImage_SegmentX(&on_.b, &widths[0], &widths[1], &widths[2], &widths[3], &widths[4], &widths[5],
                          &widths[6], &widths[7], &widths[8]);
-        left_ = on(0) ? int64_t{widths[0]} + 1 : on(3) ? int64_t{widths[3]} + 1 : 0;
-        right_ = on(2) ? int64_t{widths[2]} + 1 : on(5) ? int64_t{widths[5]} + 1 : 0;
-        while (left_ + right_ > areaW && left_ != 1 && right_ != 1) {
-            left_ = left_ > 1 ? left_ - 1 : left_;
-            right_ = right_ > 1 ? right_ - 1 : right_;
-        }
+        left_ = on(0) ? extent(widths[0]) : on(3) ? extent(widths[3]) : 0;
+        right_ = on(2) ? extent(widths[2]) : on(5) ? extent(widths[5]) : 0;
+        const int64_t excess = left_ + right_ - areaW;
+        if (excess <= 0 || left_ == 1 || right_ == 1)
+            return;
+        // Both give one pixel at a time until they fit or one of them is down to its last; an end of no width
+        // has none to give.
+        const int64_t most = std::max<int64_t>(0, left_ == 0    ? right_ - 1
+                                                  : right_ == 0 ? left_ - 1
+                                                                : std::min(left_, right_) - 1);
+        const int64_t taken = std::min(most, left_ == 0 || right_ == 0 ? excess : (excess + 1) / 2);
+        left_ = std::max<int64_t>(left_ - taken, left_ == 0 ? 0 : 1);
+        right_ = std::max<int64_t>(right_ - taken, right_ == 0 ? 0 : 1);
     }
 
     void start(Piece piece) {

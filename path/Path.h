@@ -4,7 +4,7 @@
 #include <array>
 #include <bit>
 #include <cstdint>
-#include <cstring>
+#include <utility>
 
 #include <oxlume/LxPath.h>
 
@@ -22,7 +22,7 @@ inline constexpr int32_t blockWords = 256;
 inline constexpr int32_t maxWords = (1 << 30) - blockWords;
 
 // Raises the capacity by whole blocks until `needed` words fit. False, and nothing changed, without memory.
-bool growTo(LxPath &path, int64_t needed);
+[[gnu::noinline]] bool growTo(LxPath &path, int64_t needed);
 
 inline bool ensureRoom(LxPath &path, int64_t needed) {
     return needed <= path.capacity || growTo(path, needed);
@@ -83,7 +83,12 @@ inline Item<1> closeItem() {
 
 template <size_t Size>
 uint32_t *write(uint32_t *slot, const Item<Size> &item) {
-    std::memcpy(slot, item.data(), sizeof item);
+    // Word by word and without a loop, so that the words go straight from registers to their places: a copy
+    // of the whole item would wait for its words to reach memory first.
+    [&]<size_t... Index>(std::index_sequence<Index...>) {
+        ((slot[Index] = item[Index]), ...);
+    }
+    (std::make_index_sequence<Size>());
     return slot;
 }
 

@@ -14,17 +14,17 @@ constexpr int64_t wholeBlocks(int64_t words) {
 
 } // namespace
 
+PathBuilder::PathBuilder(int64_t expectedWords) {
+    if (expectedWords > 0)
+        resize(wholeBlocks(std::min<int64_t>(expectedWords, maxWords)));
+    failed_ = false;
+}
+
 void PathBuilder::add(const uint32_t *words, int32_t size) {
     if (size == 0 || (path_.capacity - path_.count < size && !grow(size)))
         return;
     std::copy_n(words, size, path_.words + path_.count);
     path_.count += size;
-}
-
-void PathBuilder::reserve(int64_t words) {
-    const int64_t capacity = wholeBlocks(words);
-    if (capacity > path_.capacity && resize(capacity))
-        reserved_ = static_cast<int32_t>(capacity);
 }
 
 bool PathBuilder::grow(int32_t size) {
@@ -47,23 +47,23 @@ bool PathBuilder::resize(int64_t capacity) {
     return true;
 }
 
-bool PathBuilder::moveInto(LxPath &path) {
-    if (failed_)
+bool PathBuilder::moveInto(LxPath &path, int64_t room) {
+    const int64_t capacity = wholeBlocks(std::max<int64_t>(path_.count, room));
+    if (failed_ || (capacity > path_.capacity && !resize(capacity)))
         return false;
-    const int64_t capacity = std::max<int64_t>(wholeBlocks(path_.count), reserved_);
     if (capacity == 0)
         clear(path_);
-    else if (capacity < path_.capacity && !resize(capacity))
-        return false;
+    // The array may be larger than the path will ever know: giving the rest back costs more than it is worth.
+    path_.capacity = static_cast<int32_t>(capacity);
     std::fill(path_.words + path_.count, path_.words + path_.capacity, 0u);
     clear(path);
     path = std::exchange(path_, {});
     return true;
 }
 
-LxPath *PathBuilder::moveIntoNewPath() {
+LxPath *PathBuilder::moveIntoNewPath(int64_t room) {
     LxPath *path = createPath();
-    if (path != nullptr && !moveInto(*path)) {
+    if (path != nullptr && !moveInto(*path, room)) {
         LxPath_Delete(path);
         return nullptr;
     }

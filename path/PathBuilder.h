@@ -7,7 +7,8 @@ namespace lx {
 
 class PathBuilder {
 public:
-    PathBuilder() = default;
+    // Room for `expectedWords` from the start, where there is such memory.
+    explicit PathBuilder(int64_t expectedWords = 0);
     PathBuilder(const PathBuilder &) = delete;
     PathBuilder &operator=(const PathBuilder &) = delete;
     ~PathBuilder() { clear(path_); }
@@ -31,16 +32,13 @@ public:
     int32_t count() const { return path_.count; }
     void goBackTo(int32_t count) { path_.count = count; }
 
-    // Makes sure of an array of at least this many words.
-    void reserve(int64_t words);
-
     // Makes the words the content of `path`, with the capacity that appending them one by one to an empty
-    // path would have given; a larger one that reserve() made sure of stays. Empties the builder. False, and
-    // `path` unchanged, if memory ran out on the way.
-    bool moveInto(LxPath &path);
+    // path would have given, or that `room` words need. Empties the builder. False, and `path` unchanged, if
+    // memory ran out on the way.
+    bool moveInto(LxPath &path, int64_t room = 0);
 
     // The same, as a new path; null without memory.
-    LxPath *moveIntoNewPath();
+    LxPath *moveIntoNewPath(int64_t room = 0);
 
 private:
     // Makes room for `size` more words; after one failure, never again.
@@ -48,7 +46,6 @@ private:
     bool resize(int64_t capacity);
 
     LxPath path_ = {};
-    int32_t reserved_ = 0;
     bool failed_ = false;
 };
 

@@ -138,6 +138,12 @@ public:
         int32_t position = 0;
         while (position < path_.count) {
             const uint32_t tag = path_.words[position];
+            // As in readItems, the branch for lines is there for speed.
+            if (tag == kLxPathLine && path_.count - position >= 3) [[likely]] {
+                readItem(kLxPathLine, path_.words + position + 1);
+                position += 3;
+                continue;
+            }
             // On purpose: polygon items are stepped over by the index walk's size.
             const int32_t size = tag == kLxPathPolygon ? indexStep(path_, position) : itemSize(tag);
             if (size == 0)
@@ -198,7 +204,7 @@ private:
 } // namespace
 
 bool clipPath(LxPath &path, const LxRectD &clip) {
-    PathBuilder out;
+    PathBuilder out(path.count);
     return !ClipScan(path, clip, out).run() || out.moveInto(path);
 }
 

@@ -66,10 +66,13 @@ LxPathInfo count(const LxPath &path, const LxMatrix *matrix) {
     return pen.info;
 }
 
-void writePointArray(const LxPath &path, const LxMatrix *matrix, PathBuilder &out) {
-    out.reserve(int64_t{count(path, matrix).points} + 2);
+// Room is made for as many words as there are points, and two; what is written may need more.
+LxPath *createPointArray(const LxPath &path, const LxMatrix *matrix) {
+    const int64_t room = int64_t{count(path, matrix).points} + 2;
+    PathBuilder out(room);
     PointArrayPen pen(out);
     walkItems(path, matrix, pen);
+    return out.moveIntoNewPath(room);
 }
 
 LxPath *createTransformed(const LxPath &path, const LxMatrix *matrix, const LxRectD *clip) {
@@ -135,11 +138,7 @@ LxPath *LxPath_CreateTransformed(const LxPath *path, const LxMatrix *matrix, con
 }
 
 LxPath *LxPath_CreatePointArray(const LxPath *path, const LxMatrix *matrix) {
-    if (path == nullptr)
-        return nullptr;
-    PathBuilder out;
-    writePointArray(*path, matrix, out);
-    return out.moveIntoNewPath();
+    return path != nullptr ? createPointArray(*path, matrix) : nullptr;
 }
 
 LxPathInfo LxPath_Info(const LxPath *path, const LxMatrix *matrix) {

@@ -1,6 +1,7 @@
 // Paths: inserting, replacing and removing items by their index.
 
 #include <algorithm>
+#include <cstring>
 
 #include "path/Path.h"
 #include "path/PathIndex.h"

@@ -19,7 +19,8 @@ namespace {
 // Words of path items that grow at the front: an array filled from its end.
 class BackwardBuilder {
 public:
-    BackwardBuilder() = default;
+    explicit BackwardBuilder(int64_t expectedWords)
+        : expectedWords_(static_cast<int32_t>(std::min<int64_t>(expectedWords, maxWords))) {}
     BackwardBuilder(const BackwardBuilder &) = delete;
     BackwardBuilder &operator=(const BackwardBuilder &) = delete;
     ~BackwardBuilder() { LxMem_free(words_); }
@@ -39,9 +40,9 @@ public:
     int32_t count() const { return capacity_ - first_; }
 
 private:
-    // Doubles the array; after one failure, never again.
+    // Doubles the array, from what is expected; after one failure, never again.
     bool grow() {
-        const int32_t capacity = std::max(2 * capacity_, blockWords);
+        const int32_t capacity = capacity_ > 0 ? 2 * capacity_ : std::max(expectedWords_, blockWords);
         void *block = failed_ || capacity > maxWords
                           ? nullptr
                           : LxMem_malloc(static_cast<uint32_t>(capacity * sizeof(uint32_t)));
@@ -59,6 +60,7 @@ private:
         return true;
     }
 
+    const int32_t expectedWords_;
     uint32_t *words_ = nullptr;
     int32_t first_ = 0;
     int32_t capacity_ = 0;
@@ -68,17 +70,18 @@ private:
 // Two points nearer than the smallest step of a double at 1 are the same to the stroker.
 bool coincide(double from, double to) {
     constexpr double tolerance = std::numeric_limits<double>::epsilon();
-    return to >= from ? from >= to - tolerance : to + tolerance >= from;
+    const bool rising = to >= from;
+    // Single ampersands: the direction of a line is nothing that the processor could guess.
+    return (rising & (from >= to - tolerance)) | (!rising & (to + tolerance >= from));
 }
 
-// The lines across a segment at its ends. Their first points are the positive side, their second points the
-// negative.
+// The lines across a segment at its ends.
 struct CrossLines {
     LxLineD head = {};
     LxLineD tail = {};
 };
 
-// The edges that cross lines make on the two sides.
+// The edges that cross lines make: their first points the positive side, their second points the negative.
 LxLineD positiveEdge(const CrossLines &lines) {
     return {lines.head.x0, lines.head.y0, lines.tail.x0, lines.tail.y0};
 }
@@ -89,8 +92,9 @@ LxLineD negativeEdge(const CrossLines &lines) {
 
 class StrokingPen : public BasicPen<StrokingPen> {
 public:
-    StrokingPen(PathBuilder &out, double width, int32_t style)
-        : out_(out), halfWidth_(width * 0.5), items_((style & kLxStrokeItems) != 0),
+    StrokingPen(PathBuilder &out, int64_t expectedWordsOfASide, double width, int32_t style)
+        : out_(out), positive_(expectedWordsOfASide), halfWidth_(width * 0.5),
+          items_((style & kLxStrokeItems) != 0),
           mitred_((style & (kLxStrokeMitre | kLxStrokeMitreToo)) != 0) {}
 
     // The walk is over. An open subpath still has to be joined, unless a word that is no item cut it short.
@@ -173,7 +177,7 @@ private:
     }
 
     // The corner of the outer side, where the latest edge meets the edge of `next`. There is no limit to how
-    // far away that is.
+    // far away that is. A line that goes straight on has no outer side.
     void addJoin(const CrossLines &next) {
         const double turn = orientation(next.head, last_.tail.x0, last_.tail.y0);
         if (turn < 0)
@@ -209,10 +213,13 @@ private:
     CrossLines last_;  // of the latest segment
 };
 
-bool outline(const LxPath &path, double width, int32_t style, PathBuilder &out) {
-    StrokingPen pen(out, width, style);
+LxPath *createOutline(const LxPath &path, double width, int32_t style) {
+    // A line becomes two or three on either side.
+    const int64_t side = 3 * int64_t{path.count};
+    PathBuilder out(2 * side);
+    StrokingPen pen(out, side, width, style);
     pen.finish(walkItems(path, nullptr, pen));
-    return !pen.failed();
+    return pen.failed() ? nullptr : out.moveIntoNewPath();
 }
 
 } // namespace
@@ -224,8 +231,7 @@ LxPath *LxPath_CreateOutlined(const LxPath *path, const LxMatrix *matrix, const 
                               int32_t style) {
     if (path == nullptr)
         return nullptr;
-    PathBuilder out;
-    LxPath *result = outline(*path, width, style, out) ? out.moveIntoNewPath() : nullptr;
+    LxPath *result = createOutline(*path, width, style);
     if (result == nullptr)
         return nullptr;
     if (matrix != nullptr)

@@ -18,17 +18,27 @@ namespace {
 struct Edge {
     int32_t yTop, yBottom;
     int64_t x;         // where the edge crosses the row
+    int64_t startX;    // and where it crossed its first one
     int64_t dx, dy;    // from the upper to the lower end
     int64_t error = 0; // what `x` is ahead by, in parts of dy
 
     Edge(int32_t topX, int32_t topY, int32_t bottomX, int32_t bottomY)
-        : yTop(topY), yBottom(bottomY), x(topX), dx(int64_t{bottomX} - topX), dy(int64_t{bottomY} - topY) {}
+        : yTop(topY), yBottom(bottomY), x(topX), startX(topX), dx(int64_t{bottomX} - topX),
+          dy(int64_t{bottomY} - topY) {}
 
     // Steps down by some rows at once, to the place that single steps would lead to.
     void step(int64_t rows) {
         error += rows * dx;
         x += error / dy;
         error %= dy;
+    }
+
+    // Stands where the last step of a whole fill leaves it, whichever rows this fill looked at.
+    void finish() {
+        if (yBottom > yTop)
+            startX += dx;
+        x = startX;
+        error = 0;
     }
 };
 
@@ -44,7 +54,7 @@ struct FreeMemory {
 };
 using EdgePointers = std::unique_ptr<Edge *[], FreeMemory>;
 
-EdgePointers allocatePointers(int32_t count) {
+EdgePointers allocatePointers(size_t count) {
     return EdgePointers(static_cast<Edge **>(LxMem_calloc(static_cast<uint32_t>(count), sizeof(Edge *))));
 }
 
@@ -208,18 +218,16 @@ void fill(LxRaster *raster, LxImage *image, const LxBlend *blend, LxShader *shad
         return;
     const LxColor color = beginFill(*raster, *shader);
     PlainPaint paint(*image, *blend, *shader, color);
-    // Edges change as they are stepped, so a fill works on copies.
     const auto count = static_cast<size_t>(store.count);
-    const std::unique_ptr<Edge[], FreeMemory> edges(
-        static_cast<Edge *>(LxMem_malloc(static_cast<uint32_t>(count * sizeof(Edge)))));
-    const EdgePointers waiting = allocatePointers(store.count), active = allocatePointers(store.count);
-    if (!paint.isReady() || edges == nullptr || waiting == nullptr || active == nullptr)
+    const EdgePointers waiting = allocatePointers(count), active = allocatePointers(count);
+    if (!paint.isReady() || waiting == nullptr || active == nullptr)
         return;
-    for (size_t i = 0; i < count; ++i) {
-        edges[i] = store.edges[i];
-        waiting[i] = &edges[i];
-    }
+    for (size_t i = 0; i < count; ++i)
+        waiting[i] = &store.edges[i];
     paintRows(std::span(waiting.get(), count), ActiveEdges(active.get()), height(*image), paint);
+    // On purpose: a fill spends the edges. Each was stepped down all its rows, and starts there next time.
+    for (Edge &edge : std::span(store.edges, count))
+        edge.finish();
 }
 
 void *createStore() {

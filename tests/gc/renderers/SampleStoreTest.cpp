@@ -1,0 +1,146 @@
+#include "gc/renderers/SampleStore.h"
+
+#include <algorithm>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "tests/gc/renderers/NaiveRaster.h"
+#include "tests/support/Random.h"
+
+using namespace lx;
+using namespace lx::test;
+
+namespace {
+
+using Words = std::vector<uint32_t>;
+
+Words sorted(SampleList &list) {
+    const auto words = list.sort();
+    return {words.begin(), words.end()};
+}
+
+Words samplesOf(double x0, double y0, double x1, double y1) {
+    SampleList list = {};
+    list.addEdge(x0, y0, x1, y1);
+    return sorted(list);
+}
+
+uint32_t word(uint32_t y, uint32_t x, uint32_t fraction, uint32_t direction) {
+    return y << 17 | x << 6 | fraction << 1 | direction;
+}
+
+} // namespace
+
+TEST(Samples, AreFourARow) {
+    EXPECT_EQ(samplesOf(10.5, 3, 10.5, 4), Words(4, word(3, 10, 16, 1)));
+    EXPECT_EQ(samplesOf(10.5, 4, 10.5, 3), Words(4, word(3, 10, 16, 0)));
+    EXPECT_EQ(samplesOf(10.5, 3.25, 10.5, 4), Words(3, word(3, 10, 16, 1)));
+    EXPECT_EQ(samplesOf(10.5, 3.24, 10.5, 3.49), Words(1, word(3, 10, 16, 1)));
+}
+
+TEST(Samples, OfLevelEdgesAreNone) {
+    EXPECT_EQ(samplesOf(1, 3, 50, 3), Words());
+    EXPECT_EQ(samplesOf(1, 3, 50, 3.2), Words()) << "level in quarters of a row";
+    EXPECT_EQ(samplesOf(1, -0.2, 50, 0.2), Words()) << "both are truncated to 0";
+}
+
+TEST(Samples, FollowTheSlope) {
+    // From (0, 0) to (1, 2): 32 steps of x over 8 quarter rows. The error starts at 8, so each row adds 32:
+    // (40 - 1) / 8 = 4 steps, and the error is 8 again.
+    EXPECT_EQ(samplesOf(0, 0, 1, 2),
+              (Words{word(0, 0, 0, 1), word(0, 0, 4, 1), word(0, 0, 8, 1), word(0, 0, 12, 1),
+                     word(1, 0, 16, 1), word(1, 0, 20, 1), word(1, 0, 24, 1), word(1, 0, 28, 1)}));
+    // From (3 / 32, 0) back to (0, 1): 3 steps over 4 rows. Error 4 + 3 = 7: one step, 3; 6: one step, 2; 5:
+    // one step.
+    EXPECT_EQ(samplesOf(3.0 / 32, 0, 0, 1),
+              (Words{word(0, 0, 0, 1), word(0, 0, 1, 1), word(0, 0, 2, 1), word(0, 0, 3, 1)}));
+}
+
+TEST(Samples, AboveTheFirstRowAreLeftOut) {
+    EXPECT_EQ(samplesOf(5, -2, 5, 1), Words(4, word(0, 5, 0, 1)));
+    // From (0, -1) to (4, 1): entered at row 0 with x at 2, then 16 steps a quarter row.
+    EXPECT_EQ(samplesOf(0, -1, 4, 1),
+              (Words{word(0, 2, 0, 1), word(0, 2, 16, 1), word(0, 3, 0, 1), word(0, 3, 16, 1)}));
+    EXPECT_EQ(samplesOf(0, -9, 4, -1), Words());
+    EXPECT_EQ(samplesOf(0, -9, 4, 0), Words());
+}
+
+TEST(Samples, LeftOfTheFirstPixelStandAtIt) {
+    EXPECT_EQ(samplesOf(-7, 0, -7, 1), Words(4, word(0, 0, 0, 1)));
+    EXPECT_EQ(samplesOf(-0.5, 0, 0.5, 1),
+              (Words{word(0, 0, 0, 1), word(0, 0, 0, 1), word(0, 0, 0, 1), word(0, 0, 8, 1)}));
+}
+
+TEST(Samples, BeyondTheLastPixelRunIntoTheRow) {
+    // x 2048.5 is pixel 0 of the next row, or'd into the row's own bits.
+    EXPECT_EQ(samplesOf(2048.5, 0, 2048.5, 1), Words(4, word(1, 0, 16, 1)));
+    EXPECT_EQ(samplesOf(2048.5, 1, 2048.5, 2), Words(4, word(1, 0, 16, 1)));
+    EXPECT_EQ(samplesOf(2047, 0, 2047, 1), Words(4, word(0, 2047, 0, 1)));
+}
+
+TEST(Samples, EndWithTheStore) {
+    SampleList list = {};
+    for (int i = 0; i < 16; ++i)
+        list.addEdge(i, 0, i, 2047); // 8188 each
+    list.addEdge(100, 0, 100, 2047);
+    EXPECT_EQ(list.count, 131073);
+    list.addEdge(101, 0, 101, 2047);
+    EXPECT_EQ(list.count, 131073);
+    // The last edge that found room has 131073 - 16 * 8188 = 65 samples.
+    const Words words = sorted(list);
+    EXPECT_EQ(std::count_if(words.begin(), words.end(), [](uint32_t w) { return Sample{w}.x() == 100; }), 65);
+    EXPECT_EQ(std::count_if(words.begin(), words.end(), [](uint32_t w) { return Sample{w}.x() == 101; }), 0);
+}
+
+TEST(Samples, AgreeWithTheStepsOneByOne) {
+    Random random;
+    for (int round = 0; round < 400; ++round) {
+        SampleList list = {};
+        NaiveShape naive;
+        const double range = round % 4 == 0 ? 3000 : round % 4 == 1 ? 3 : 200;
+        for (int i = random.integer(1, 20); i > 0; --i) {
+            const double x0 = random.real(-range, range), y0 = random.real(-range, range);
+            const double x1 = random.coin() ? x0 : random.real(-range, range),
+                         y1 = random.real(-range, range);
+            list.addEdge(x0, y0, x1, y1);
+            naive.addEdge(x0, y0, x1, y1);
+        }
+        std::sort(naive.samples.begin(), naive.samples.end());
+        ASSERT_EQ(sorted(list), naive.samples) << "round " << round;
+    }
+}
+
+TEST(SampleRowsTest, HoldEachRowsSamples) {
+    Random random;
+    for (int round = 0; round < 100; ++round) {
+        SampleList list = {};
+        for (int i = random.integer(1, 30); i > 0; --i)
+            list.addEdge(random.real(0, 2000), random.real(0, 300), random.real(0, 2000),
+                         random.real(0, 300));
+        if (list.count == 0)
+            continue;
+        const SampleRows rows(list);
+        ASSERT_FALSE(rows.wrapped());
+        Words all;
+        for (int32_t y = rows.first(); y <= rows.last(); ++y) {
+            const auto row = rows.row(y);
+            Words words(row.begin(), row.end());
+            for (const uint32_t w : words)
+                ASSERT_EQ(Sample{w}.y(), y);
+            std::sort(words.begin(), words.end());
+            all.insert(all.end(), words.begin(), words.end());
+        }
+        ASSERT_EQ(all, sorted(list));
+    }
+}
+
+TEST(SampleRowsTest, TellWhereRowsWrap) {
+    SampleList list = {};
+    list.addEdge(1, 2046, 1, 2048);
+    EXPECT_FALSE(SampleRows(list).wrapped());
+    list.addEdge(1, 2048, 1, 2049);
+    EXPECT_TRUE(SampleRows(list).wrapped());
+    const SampleList empty = {};
+    EXPECT_GT(SampleRows(empty).first(), SampleRows(empty).last());
+}

@@ -1,0 +1,250 @@
+// The software renderer, through contexts on images.
+
+#include <cstring>
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include <oxlume/oxlume.h>
+
+#include "foundation/Memory.h"
+#include "tests/gc/renderers/NaiveRaster.h"
+#include "tests/gc/renderers/RasterHandle.h"
+#include "tests/support/Random.h"
+
+using namespace lx;
+using namespace lx::test;
+
+namespace {
+
+struct DeleteContext {
+    void operator()(LxGC *gc) const { LxGC_Delete(gc); }
+};
+using ContextHandle = std::unique_ptr<LxGC, DeleteContext>;
+
+struct DeletePath {
+    void operator()(LxPath *path) const { LxPath_Delete(path); }
+};
+using PathHandle = std::unique_ptr<LxPath, DeletePath>;
+
+ContextHandle contextOn(const ImageHandle &image) {
+    ContextHandle gc(LxGC_CreateWithImage(image.get(), LxImage_RectD(image.get())));
+    LxGC_SetRenderMode(gc.get(), kLxRenderFill);
+    LxGC_SetFillColor(gc.get(), LxColor_RGBA_White);
+    LxGC_SetStrokeColor(gc.get(), LxColor_RGBA_White);
+    return gc;
+}
+
+PathHandle randomPath(Random &random) {
+    PathHandle path(LxPath_Create());
+    for (int i = random.integer(1, 3); i > 0; --i) {
+        const auto p = [&] { return random.real(-20, 80); };
+        LxPath_AddMoveTo(path.get(), p(), p());
+        for (int k = random.integer(1, 5); k > 0; --k) {
+            switch (random.integer(0, 2)) {
+            case 0:
+                LxPath_AddLineTo(path.get(), p(), p());
+                break;
+            case 1:
+                LxPath_AddQCurveTo(path.get(), p(), p(), p(), p());
+                break;
+            default:
+                LxPath_AddCurveTo(path.get(), p(), p(), p(), p(), p(), p());
+                break;
+            }
+        }
+        if (random.integer(0, 4) != 0)
+            LxPath_AddClose(path.get());
+    }
+    return path;
+}
+
+// Paints a path of the image's own coordinates in opaque white on a clear RGBA image.
+void paintNaively(const LxPath *path, LxImage *image) {
+    NaiveShape shape;
+    const std::unique_ptr<LxPathIterator, void (*)(LxPathIterator *)> iterator(LxPath_CreateIterator(),
+                                                                               LxPath_DeleteIterator);
+    const LxPathSegmentCallback onSegment = [](LxPathIterator *self, const LxPointD *a, const LxPointD *b) {
+        if (a->x != b->x || a->y != b->y)
+            static_cast<NaiveShape *>(LxPathIterator_User(self))->addEdge(a->x, a->y, b->x, b->y);
+    };
+    LxPathIterator_SetCallback(iterator.get(), kLxPathOnSegment, reinterpret_cast<LxPathCallback>(onSegment));
+    LxPath_IterateConst(path, iterator.get(), nullptr, &shape, nullptr);
+    const LxBlend blend = LxBlend(2, 255);
+    const LxPixelBlendFunction kernel = LxBlend_SelectPixelBlendFunction(kLxPixelRGBA, kLxPixelRGBA);
+    shape.plotAll(true, LxImage_w(image), [&](int32_t x, int32_t y, int32_t coverage) {
+        const LxRGBA color = {255, 255, 255, static_cast<uint8_t>(coverage)};
+        if (void *pixel = LxImage_Pointer(image, x, y))
+            kernel(&blend, pixel, pixel, &color);
+    });
+}
+
+} // namespace
+
+TEST(SoftwareRenderer, FillsByTheMatrixAndTheClip) {
+    const ImageHandle image = makeImage(kLxPixelRGBA, 40, 40);
+    const ContextHandle gc = contextOn(image);
+    LxGC_MatrixTranslate(gc.get(), 10, 5);
+    LxGC_SetClipRectD(gc.get(), 0, 0, 14, 40);
+    LxGC_Frame(gc.get(), 0.5, 0, 10, 10);
+    EXPECT_EQ(coverageAt(image, 9, 8), 0);
+    EXPECT_EQ(coverageAt(image, 10, 8), 123);
+    EXPECT_EQ(coverageAt(image, 13, 8), 255);
+    EXPECT_EQ(coverageAt(image, 14, 8), 0);
+    EXPECT_EQ(coverageAt(image, 11, 4), 0);
+    EXPECT_EQ(coverageAt(image, 11, 14), 255);
+    EXPECT_EQ(coverageAt(image, 11, 15), 0);
+}
+
+TEST(SoftwareRenderer, FillsThenStrokes) {
+    const ImageHandle image = makeImage(kLxPixelRGBA, 40, 40);
+    const ContextHandle gc = contextOn(image);
+    LxGC_SetRenderMode(gc.get(), kLxRenderFill | kLxRenderStroke);
+    LxGC_SetFillColor(gc.get(), LxColor_RGBA(200, 0, 0, 255));
+    LxGC_SetStrokeColor(gc.get(), LxColor_RGBA(0, 0, 200, 255));
+    LxGC_SetStrokeWidth(gc.get(), 4);
+    LxGC_Frame(gc.get(), 10, 10, 30, 30);
+    EXPECT_EQ(pixelOf(image, 20, 20).r, 200);
+    EXPECT_EQ(pixelOf(image, 9, 20).b, 200);
+    EXPECT_EQ(pixelOf(image, 11, 20).b, 200) << "the stroke lies over the fill";
+    EXPECT_EQ(pixelOf(image, 11, 20).r, 0);
+    EXPECT_EQ(pixelOf(image, 7, 20).a, 0);
+}
+
+TEST(SoftwareRenderer, DrawsNothingWithoutAMode) {
+    const ImageHandle image = makeImage(kLxPixelRGBA, 40, 40);
+    const ContextHandle gc = contextOn(image);
+    LxGC_SetRenderMode(gc.get(), 4);
+    LxGC_Frame(gc.get(), 10, 10, 30, 30);
+    EXPECT_EQ(bytesOf(image), bytesOf(makeImage(kLxPixelRGBA, 40, 40)));
+}
+
+TEST(SoftwareRenderer, TakesTheBytesOfAnyColour) {
+    const ImageHandle image = makeImage(kLxPixelRGBA, 40, 40);
+    const ContextHandle gc = contextOn(image);
+    LxGC_SetFillColor(gc.get(), LxColor_A(200)); // r 200, and alpha 0
+    LxGC_Frame(gc.get(), 10, 10, 30, 30);
+    EXPECT_EQ(pixelOf(image, 20, 20).a, 0);
+    LxGC_SetFillColor(gc.get(), LxColor_L(static_cast<int32_t>(0xFF0000C8)));
+    LxGC_Frame(gc.get(), 10, 10, 30, 30);
+    EXPECT_EQ(pixelOf(image, 20, 20).a, 255);
+}
+
+TEST(SoftwareRenderer, AGradientGoesBeforeTheColour) {
+    const ImageHandle image = makeImage(kLxPixelRGBA, 40, 40);
+    const ContextHandle gc = contextOn(image);
+    const std::unique_ptr<LxGradient, void (*)(LxGradient *)> gradient(LxGradient_Create(),
+                                                                       LxGradient_Delete);
+    LxGradient_AddColor(gradient.get(), LxColor_RGBA(0, 0, 0, 255), 0, 0, 0.5);
+    LxGradient_AddColor(gradient.get(), LxColor_RGBA(0, 200, 0, 255), 1, 1, 0.5);
+    LxGC_SetFillGradient(gc.get(), gradient.get());
+    LxGC_Frame(gc.get(), 10, 10, 30, 30);
+    EXPECT_EQ(pixelOf(image, 20, 10).g, 0);
+    EXPECT_EQ(pixelOf(image, 20, 20).g, 100);
+    // Down 24 rows now, stroke and all.
+    LxGC_SetFillGradient(gc.get(), nullptr);
+    LxGC_SetStrokeGradient(gc.get(), gradient.get());
+    LxGC_SetStrokeWidth(gc.get(), 4);
+    LxGC_SetRenderMode(gc.get(), kLxRenderStroke);
+    LxGC_Frame(gc.get(), 10, 10, 30, 30);
+    EXPECT_EQ(pixelOf(image, 20, 8).g, 0);
+    EXPECT_EQ(pixelOf(image, 9, 20).g, 100);
+}
+
+TEST(SoftwareRenderer, PixelsFillsAndImages) {
+    const ImageHandle image = makeImage(kLxPixelRGBA, 20, 20);
+    const ContextHandle gc = contextOn(image);
+    LxGC_SetStrokeColor(gc.get(), LxColor_RGBA(1, 2, 3, 255));
+    LxGC_LineL(gc.get(), 3, 4, 3, 4);
+    EXPECT_EQ(pixelOf(image, 3, 4).g, 2);
+    LxGC_SetClipRectD(gc.get(), 0, 0, 5, 5);
+    LxGC_Fill(gc.get(), LxColor_RGBA(9, 8, 7, 6));
+    EXPECT_EQ(pixelOf(image, 19, 19).r, 9) << "whatever the clip";
+    LxGC_Clear(gc.get());
+    EXPECT_EQ(bytesOf(image), bytesOf(makeImage(kLxPixelRGBA, 20, 20)));
+
+    const ImageHandle stamp(LxImage_Create(kLxPixelRGBA, 100, 100, 105, 105, 1, 0));
+    LxImage_Fill(stamp.get(), LxColor_RGBA(50, 60, 70, 255));
+    LxGC_MatrixTranslate(gc.get(), 2.6, 0);
+    LxGC_DrawImageAt(gc.get(), 4, 7, stamp.get());
+    EXPECT_EQ(coverageAt(image, 6, 7), 0);
+    EXPECT_EQ(pixelOf(image, 7, 7).g, 60) << "the place is rounded";
+    EXPECT_EQ(coverageAt(image, 11, 11), 255);
+    EXPECT_EQ(coverageAt(image, 12, 11), 0);
+    EXPECT_EQ(LxImage_x(stamp.get()), 100) << "and the image stands where it stood";
+    EXPECT_EQ(LxImage_MaxY(stamp.get()), 105);
+
+    const ImageHandle mask(LxImage_Create(kLxPixelA, 0, 0, 20, 20, 1, 0));
+    LxGC_Clear(gc.get());
+    *static_cast<uint8_t *>(LxImage_Pointer(mask.get(), 8, 8)) = 255;
+    LxGC_DrawImageWithMask(gc.get(), 4, 7, stamp.get(), mask.get());
+    EXPECT_EQ(coverageAt(image, 8, 8), 255);
+    EXPECT_EQ(coverageAt(image, 7, 8), 0);
+    LxGC_DrawImageClipped(gc.get(), 4, 7, stamp.get(), LxRectL{7, 7, 8, 9});
+    EXPECT_EQ(coverageAt(image, 7, 8), 255);
+    EXPECT_EQ(coverageAt(image, 7, 9), 0);
+    LxGC_DrawImageAt(gc.get(), 0, 0, nullptr);
+    LxGC_Sync(gc.get());
+    LxGC_Flush(gc.get());
+}
+
+TEST(SoftwareRenderer, WithoutATargetDrawsNothing) {
+    const ContextHandle gc(LxGC_CreateWithRect(LxRectD{0, 0, 50, 50}, LxRectD{0, 0, 50, 50}));
+    if (LxGC_AddRenderer(gc.get(), 0, nullptr, nullptr) == 0)
+        return;
+    LxGC_SetRenderMode(gc.get(), 3);
+    LxGC_Frame(gc.get(), 5, 5, 20, 20);
+    LxGC_LineL(gc.get(), 5, 5, 20, 20);
+    LxGC_Fill(gc.get(), LxColor_RGBA_White);
+    const ImageHandle stamp = makeImage(kLxPixelRGBA, 5, 5);
+    LxGC_DrawImage(gc.get(), stamp.get());
+}
+
+TEST(SoftwareRenderer, WithoutMemoryIsNotMade) {
+    const ImageHandle image = makeImage(kLxPixelRGBA, 20, 20);
+    static int allowed;
+    const SystemAllocator failing = {
+        [](size_t size) { return allowed-- > 0 ? std::malloc(size) : nullptr; },
+        [](size_t n, size_t size) { return allowed-- > 0 ? std::calloc(n, size) : nullptr; },
+        [](void *, size_t) -> void * { return nullptr; }};
+    const int32_t before = allocationCount();
+    setSystemAllocator(&failing);
+    for (int n = 0; n < 4; ++n) {
+        allowed = n;
+        EXPECT_EQ(LxGC_CreateWithImage(image.get(), LxRectD{0, 0, 20, 20}), nullptr) << n;
+    }
+    setSystemAllocator(nullptr);
+    EXPECT_EQ(allocationCount(), before);
+}
+
+TEST(SoftwareRenderer, PaintsWhatThePathFunctionsAndTheNaiveRasterGive) {
+    Random random;
+    for (int round = 0; round < 400; ++round) {
+        const ImageHandle actual = makeImage(kLxPixelRGBA, 60, 60, random.coin());
+        const ImageHandle expected = makeImage(kLxPixelRGBA, 60, 60, LxImage_isFlipped(actual.get()) != 0);
+        const ContextHandle gc = contextOn(actual);
+        if (random.coin())
+            LxGC_SetClipRectD(gc.get(), random.real(0, 30), random.real(0, 30), random.real(30, 60),
+                              random.real(30, 60));
+        LxGC_MatrixRotate(gc.get(), random.real(-1, 1));
+        LxGC_MatrixTranslate(gc.get(), random.real(-20, 20), random.real(-20, 20));
+        const double width = random.real(0, 9);
+        const int32_t style = random.integer(0, 7) * 16 + random.integer(0, 1) * 128;
+        LxGC_SetStrokeWidth(gc.get(), width);
+        LxGC_SetStrokeStyle(gc.get(), style);
+        const uint32_t mode = static_cast<uint32_t>(random.integer(0, 3));
+        LxGC_SetRenderMode(gc.get(), mode);
+        const PathHandle path = randomPath(random);
+        LxGC_Path(gc.get(), path.get());
+
+        const LxMatrix *matrix = LxGC_Matrix(gc.get());
+        const LxRectD *clip = LxGC_ClipRectPtr(gc.get());
+        if ((mode & 1) != 0)
+            paintNaively(PathHandle(LxPath_CreateTransformed(path.get(), matrix, clip)).get(),
+                         expected.get());
+        if ((mode & 2) != 0)
+            paintNaively(PathHandle(LxPath_CreateOutlined(path.get(), matrix, clip, width, style)).get(),
+                         expected.get());
+        ASSERT_EQ(bytesOf(actual), bytesOf(expected)) << "round " << round << " mode " << mode;
+    }
+}
