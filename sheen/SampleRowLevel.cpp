@@ -89,8 +89,9 @@ Certainty certaintyOf(const SheenValues &s) {
     // Where numbers are so large that an angle may not be one, nothing is certain.
     const double tame = 1e100;
     const bool ordinary = s.inner[0] >= 0.0 && s.inner[1] >= 0.0 && s.border[0] >= 0.0 && s.border[1] >= 0.0;
-    const bool turned = fabs(s.swirl) < tame && fabs(s.jitterAmount[0]) < tame && fabs(s.jitterAmount[1]) < tame &&
-                        fabs(s.jitterFrequency[0]) < tame && fabs(s.jitterFrequency[1]) < tame;
+    const bool turned = fabs(s.swirl) < tame && fabs(s.jitterAmount[0]) < tame &&
+                        fabs(s.jitterAmount[1]) < tame && fabs(s.jitterFrequency[0]) < tame &&
+                        fabs(s.jitterFrequency[1]) < tame;
     if (!ordinary || !turned)
         return certainty;
     // The margin is far above what rounding of the cosine, the sine and the differences can come to.
@@ -488,7 +489,8 @@ inline bool evaluate(const SheenValues &s, RowState &state, Point p, Doubles &ou
     // Not the same for what is not a number, so asked twice as in the definition.
     const DoubleMask aboveY = p.y > s.inner[1];
     const DoubleMask inY = p.y <= s.inner[1];
-    const DoubleMask outside = (~inX & (rimX > s.border[0])) | (((inX & aboveY) | (~inX & ~inY)) & (rimY > s.border[1]));
+    const DoubleMask outside =
+        (~inX & (rimX > s.border[0])) | (((inX & aboveY) | (~inX & ~inY)) & (rimY > s.border[1]));
     if (every(outside))
         return false;
     const DoubleMask plateau = inX & ~aboveY;

@@ -28,7 +28,7 @@ enum { doubleLanes = vectorBytes / 8, floatLanes = vectorBytes / 4 };
 typedef double Doubles __attribute__((vector_size(vectorBytes)));
 typedef int64_t DoubleMask __attribute__((vector_size(vectorBytes)));
 typedef float Floats __attribute__((vector_size(vectorBytes)));
-typedef int32_t Ints __attribute__((vector_size(vectorBytes)));     // also the mask of Floats
+typedef int32_t Ints __attribute__((vector_size(vectorBytes)));         // also the mask of Floats
 typedef float HalfFloats __attribute__((vector_size(vectorBytes / 2))); // as many as there are Doubles
 typedef int32_t HalfInts __attribute__((vector_size(vectorBytes / 2)));
 
