@@ -49,10 +49,10 @@ bool shouldRetry() {
         case kLxMemFailRetry:
             return true;
         default:
-            // On purpose: an undefined mode spins for ever. The fence keeps the compiler from taking the loop
-            // away.
-            for (;;)
-                std::atomic_signal_fence(std::memory_order_seq_cst);
+            // On purpose: an undefined mode spins for ever. Reading a volatile keeps the compiler from taking
+            // the loop away.
+            for (const volatile bool forever = true; forever;) {
+            }
         }
     }
 }

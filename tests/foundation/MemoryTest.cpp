@@ -65,19 +65,6 @@ int32_t answerUndefined() {
     return 5;
 }
 
-// Lets the process have that much address space, so that the system's allocator really fails.
-void limitMemory(rlim_t bytes) {
-    const rlimit limit = {bytes, RLIM_INFINITY};
-    setrlimit(RLIMIT_AS, &limit);
-}
-
-// Really takes the process's memory away, then asks for more than is left.
-void exhaustMemory() {
-    limitMemory(64u << 20);
-    for (int i = 0; i < 64; ++i)
-        LxMem_malloc(16u << 20);
-}
-
 } // namespace
 
 TEST(Memory, NothingAskedForGivesNullAndTouchesNothing) {
@@ -273,6 +260,23 @@ TEST_F(FailingMemory, ExitModesExitWithOne) {
 
 // Under AddressSanitizer address space cannot be limited: it reserves terabytes of its own.
 #ifndef OXLUME_SANITIZED
+
+namespace {
+
+// Lets the process have that much address space, so that the system's allocator really fails.
+void limitMemory(rlim_t bytes) {
+    const rlimit limit = {bytes, RLIM_INFINITY};
+    setrlimit(RLIMIT_AS, &limit);
+}
+
+// Really takes the process's memory away, then asks for more than is left.
+void exhaustMemory() {
+    limitMemory(64u << 20);
+    for (int i = 0; i < 64; ++i)
+        LxMem_malloc(16u << 20);
+}
+
+} // namespace
 
 TEST(ExhaustedMemory, DefaultPolicyGivesNull) {
     EXPECT_EXIT(
