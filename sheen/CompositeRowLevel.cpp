@@ -32,39 +32,46 @@ inline Meeting meet(Floats a, Floats b) {
     }
 }
 
-inline Ints channel(Ints word, int shift) {
-    return (word >> shift) & 255;
+// The channel at `shift` of the old colours, mixed with a new one and cut to a byte in its place.
+inline Ints mixed(uint8_t color, Ints old, int shift, Floats w, Floats rest) {
+    const Floats channel = toFloats((old >> shift) & 255);
+    return (truncated(float(color) * w + channel * rest) & 255) << shift;
+}
+
+// Pixels x to x + count - 1.
+template <uint32_t mode, bool inside>
+inline void compositeSome(const CompositeRow &row, int x, int count) {
+    const Floats a = load<Floats>(row.heights + x, count);
+    const Floats b = load<Floats>(row.layer + x, count);
+    Meeting met = meet<mode>(a, b);
+    if (inside)
+        met.height = choose(a != 0.0f, met.height, a);
+    Floats height = choose(met.height < 0.0f, Floats{}, met.height);
+    height = choose(height > 1.0f, all(1.0f), height);
+    const Floats delta = absolute(height - met.reference);
+    const Ints changed = delta > 0.0f;
+    if (!any(changed))
+        return;
+    store(height, row.heights + x, count);
+    // A small change of height leaves only a trace of colour.
+    const Floats w = choose(delta < 0.02f, row.opacity * (delta * 50.0f), all(row.opacity));
+    const Floats rest = 1.0f - w;
+    const Ints old = load<Ints>(row.colors + x, count);
+    const Ints red = mixed(row.color.r, old, 0, w, rest);
+    const Ints green = mixed(row.color.g, old, 8, w, rest);
+    const Ints blue = mixed(row.color.b, old, 16, w, rest);
+    const Ints painted = red | green | blue | (Ints{} + (int32_t)0xff000000u);
+    store((changed & painted) | (~changed & old), row.colors + x, count);
 }
 
 template <uint32_t mode, bool inside>
-void composite(const CompositeRow &row) {
-    const Floats red = all(float(row.color.r));
-    const Floats green = all(float(row.color.g));
-    const Floats blue = all(float(row.color.b));
-    for (int x = 0; x < row.count; x += floatLanes) {
-        const int count = row.count - x < floatLanes ? row.count - x : floatLanes;
-        const Floats a = load<Floats>(row.heights + x, count);
-        const Floats b = load<Floats>(row.layer + x, count);
-        Meeting met = meet<mode>(a, b);
-        if (inside)
-            met.height = choose(a != 0.0f, met.height, a);
-        Floats height = choose(met.height < 0.0f, Floats{}, met.height);
-        height = choose(height > 1.0f, all(1.0f), height);
-        const Floats delta = absolute(height - met.reference);
-        const Ints changed = delta > 0.0f;
-        store(height, row.heights + x, count);
-        if (!any(changed))
-            continue;
-        // A small change of height leaves only a trace of colour.
-        const Floats w = choose(delta < 0.02f, row.opacity * (delta * 50.0f), all(row.opacity));
-        const Floats rest = 1.0f - w;
-        const Ints old = load<Ints>(row.colors + x, count);
-        const Ints r = truncated(red * w + toFloats(channel(old, 0)) * rest) & 255;
-        const Ints g = truncated(green * w + toFloats(channel(old, 8)) * rest) & 255;
-        const Ints b8 = truncated(blue * w + toFloats(channel(old, 16)) * rest) & 255;
-        const Ints painted = r | g << 8 | b8 << 16 | (Ints{} + (int32_t)0xff000000u);
-        store((changed & painted) | (~changed & old), row.colors + x, count);
-    }
+void composite(const CompositeRow &target) {
+    const CompositeRow row = target; // nothing that is written can be part of it
+    int x = 0;
+    for (; x + floatLanes <= row.count; x += floatLanes)
+        compositeSome<mode, inside>(row, x, floatLanes);
+    if (x < row.count)
+        compositeSome<mode, inside>(row, x, row.count - x);
 }
 
 } // namespace

@@ -30,43 +30,50 @@ inline Ints raised(Ints word, Floats i) {
     return raisedChannel(word, 0, k) | raisedChannel(word, 8, k) | raisedChannel(word, 16, k);
 }
 
+// Pixels x to x + count - 1.
+inline void lightSome(const LightRow &row, int x, int count) {
+    const Floats tc = load<Floats>(row.above + x + 1, count);
+    // On purpose: the height of the pixel above decides, so the mask of the picture sits one row lower than its
+    // heights.
+    const Ints opaque = tc > row.alphaThreshold;
+    if (!any(opaque)) {
+        store(Ints{}, row.out + x, count);
+        return;
+    }
+    const Floats tl = load<Floats>(row.above + x, count);
+    const Floats tr = load<Floats>(row.above + x + 2, count);
+    const Floats ml = load<Floats>(row.middle + x, count);
+    const Floats mr = load<Floats>(row.middle + x + 2, count);
+    const Floats bl = load<Floats>(row.below + x, count);
+    const Floats bc = load<Floats>(row.below + x + 1, count);
+    const Floats br = load<Floats>(row.below + x + 2, count);
+    const Floats gx = (tl + ml + bl - tr - mr - br) * 255.0f;
+    const Floats gy = (br + bl + bc - tl - tc - tr) * 255.0f;
+    const Ints flat = (gx == 0.0f) & (gy == 0.0f);
+    Floats i = all(row.lz);
+    if (!every(flat)) {
+        const Floats s = row.lx * gx + row.ly * gy + row.lift;
+        const Floats slope = choose(s < 0.0f, Floats{}, s / squareRoot(gx * gx + gy * gy + row.depth2));
+        i = choose(flat, i, slope);
+    }
+    const Ints color = load<Ints>(row.colors + x, count);
+    const Ints bright = i > 1.0f;
+    Ints lit = dimmed(color, choose(row.ambient < i, i, all(row.ambient)));
+    if (any(bright))
+        lit = (bright & raised(color, i)) | (~bright & lit);
+    const Ints opaqueAlpha = Ints{} + (int32_t)0xff000000u;
+    store(opaque & (lit | opaqueAlpha), row.out + x, count);
+}
+
 } // namespace
 
-void lightRow(const LightRow &row) {
-    const Ints opaqueAlpha = Ints{} + (int32_t)0xff000000u;
-    for (int x = 0; x < row.count; x += floatLanes) {
-        const int count = row.count - x < floatLanes ? row.count - x : floatLanes;
-        const Floats tc = load<Floats>(row.above + x + 1, count);
-        // On purpose: the height of the pixel above decides, so the mask of the picture sits one row lower
-        // than its heights.
-        const Ints opaque = tc > row.alphaThreshold;
-        if (!any(opaque)) {
-            store(Ints{}, row.out + x, count);
-            continue;
-        }
-        const Floats tl = load<Floats>(row.above + x, count);
-        const Floats tr = load<Floats>(row.above + x + 2, count);
-        const Floats ml = load<Floats>(row.middle + x, count);
-        const Floats mr = load<Floats>(row.middle + x + 2, count);
-        const Floats bl = load<Floats>(row.below + x, count);
-        const Floats bc = load<Floats>(row.below + x + 1, count);
-        const Floats br = load<Floats>(row.below + x + 2, count);
-        const Floats gx = (tl + ml + bl - tr - mr - br) * 255.0f;
-        const Floats gy = (br + bl + bc - tl - tc - tr) * 255.0f;
-        const Ints flat = (gx == 0.0f) & (gy == 0.0f);
-        Floats i = all(row.lz);
-        if (!every(flat)) {
-            const Floats s = row.lx * gx + row.ly * gy + row.lift;
-            const Floats slope = choose(s < 0.0f, Floats{}, s / squareRoot(gx * gx + gy * gy + row.depth2));
-            i = choose(flat, i, slope);
-        }
-        const Ints color = load<Ints>(row.colors + x, count);
-        const Ints bright = i > 1.0f;
-        Ints lit = dimmed(color, choose(row.ambient < i, i, all(row.ambient)));
-        if (any(bright))
-            lit = (bright & raised(color, i)) | (~bright & lit);
-        store(opaque & (lit | opaqueAlpha), row.out + x, count);
-    }
+void lightRow(const LightRow &target) {
+    const LightRow row = target; // nothing that is written can be part of it
+    int x = 0;
+    for (; x + floatLanes <= row.count; x += floatLanes)
+        lightSome(row, x, floatLanes);
+    if (x < row.count)
+        lightSome(row, x, row.count - x);
 }
 
 } // namespace LX_VECTOR_NAMESPACE

@@ -18,19 +18,16 @@ constexpr void (*lightRows[])(const LightRow &) = LX_VECTOR_TABLE(lightRow);
 
 constexpr double degreesPerRadian = 57.29577951308232;
 
-// The frame of the picture: that of the heights, with what the shadow's displacement adds.
-OwnedImage emptyPicture(const LxSheenDescriptor &descriptor) {
+// The rectangle of the picture: that of the heights, with what the shadow's displacement adds.
+LxRectL frameOf(const LxSheenDescriptor &descriptor) {
     const LxSheenLight &light = descriptor.light;
     const double d = (light.azimuth * degreesPerRadian + 180.0) * degree;
     const LxRectD rect = LxImage_RectD(descriptor.floatImage.get());
     LxRectD moved = rect;
     LxRectD_moveTo(&moved, light.shadowDisplacement * std::cos(d), light.shadowDisplacement * std::sin(d));
     const LxRectD frame = LxRectD_union(moved, rect);
-    return OwnedImage(
-        createImage(kLxPixelRGBA,
-                    {truncateToInt32(std::floor(frame.x0)), truncateToInt32(std::floor(frame.y0)),
-                     truncateToInt32(std::ceil(frame.x1)), truncateToInt32(std::ceil(frame.y1))},
-                    true, false));
+    return {truncateToInt32(std::floor(frame.x0)), truncateToInt32(std::floor(frame.y0)),
+            truncateToInt32(std::ceil(frame.x1)), truncateToInt32(std::ceil(frame.y1))};
 }
 
 LightRow lightOf(const LxSheenDescriptor &descriptor) {
@@ -54,6 +51,17 @@ const float *heightRow(const LxImage &image, int32_t y) {
     return reinterpret_cast<const float *>(rowAddress(image, y));
 }
 
+// Makes the outermost rows and columns transparent.
+void clearEdges(LxImage &picture) {
+    const auto rowOf = [&](int32_t y) { return reinterpret_cast<LxRGBA *>(rowAddress(picture, y)); };
+    const int32_t lastX = width(picture) - 1;
+    const int32_t lastY = height(picture) - 1;
+    for (const int32_t y : {0, lastY})
+        std::fill_n(rowOf(y), lastX + 1, LxRGBA{0, 0, 0, 0});
+    for (int32_t y = 1; y < lastY; ++y)
+        rowOf(y)[0] = rowOf(y)[lastX] = LxRGBA{0, 0, 0, 0};
+}
+
 } // namespace
 
 void lightRow(const LightRow &row) {
@@ -63,7 +71,13 @@ void lightRow(const LightRow &row) {
 OwnedImage litPicture(const LxSheenDescriptor &descriptor) {
     const LxImage &heights = *descriptor.floatImage;
     const LxImage &colors = *descriptor.colorImage;
-    OwnedImage picture = emptyPicture(descriptor);
+    const int32_t side = width(heights);
+    // A picture of the heights' own size is written whole below, so only others are cleared before.
+    const LxRectL frame = frameOf(descriptor);
+    const bool isPlain = side == height(heights) && side >= 3 && side == descriptor.width &&
+                         side == descriptor.height && frame.x1 - int64_t{frame.x0} == side &&
+                         frame.y1 - int64_t{frame.y0} == side;
+    OwnedImage picture(createImage(kLxPixelRGBA, frame, !isPlain, false));
     if (picture == nullptr || descriptor.width < 3)
         return picture;
     LightRow row = lightOf(descriptor);
@@ -80,6 +94,8 @@ OwnedImage litPicture(const LxSheenDescriptor &descriptor) {
         row.out = reinterpret_cast<LxRGBA *>(rowAddress(*picture, y)) + 1;
         lightRow(row);
     }
+    if (isPlain)
+        clearEdges(*picture);
     return picture;
 }
 
