@@ -33,8 +33,8 @@ inline Ints raised(Ints word, Floats i) {
 // Pixels x to x + count - 1.
 inline void lightSome(const LightRow &row, int x, int count) {
     const Floats tc = load<Floats>(row.above + x + 1, count);
-    // On purpose: the height of the pixel above decides, so the mask of the picture sits one row lower than its
-    // heights.
+    // On purpose: the height of the pixel above decides, so the mask of the picture sits one row lower than
+    // its heights.
     const Ints opaque = tc > row.alphaThreshold;
     if (!any(opaque)) {
         store(Ints{}, row.out + x, count);

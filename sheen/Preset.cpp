@@ -20,10 +20,8 @@ struct LightField {
 };
 
 constexpr LightField lightFields[] = {
-    {"azimuth", &LxSheenLight::azimuth},
-    {"elevation", &LxSheenLight::elevation},
-    {"width", &LxSheenLight::width},
-    {"ambient", &LxSheenLight::ambient},
+    {"azimuth", &LxSheenLight::azimuth},       {"elevation", &LxSheenLight::elevation},
+    {"width", &LxSheenLight::width},           {"ambient", &LxSheenLight::ambient},
     {"brilliance", &LxSheenLight::brilliance},
 };
 constexpr const char *alphaThresholdKey = "alphaThreshold";
@@ -63,10 +61,12 @@ size_t distanceBetween(std::string_view a, std::string_view b) {
     return row.back();
 }
 
-[[noreturn]] void failOnWord(const char *what, std::string_view word, const std::vector<std::string_view> &valid) {
-    const auto nearest = std::min_element(valid.begin(), valid.end(), [&](std::string_view a, std::string_view b) {
-        return distanceBetween(word, a) < distanceBetween(word, b);
-    });
+[[noreturn]] void failOnWord(const char *what, std::string_view word,
+                             const std::vector<std::string_view> &valid) {
+    const auto nearest =
+        std::min_element(valid.begin(), valid.end(), [&](std::string_view a, std::string_view b) {
+            return distanceBetween(word, a) < distanceBetween(word, b);
+        });
     throw PresetError(joined({"unknown ", what, " ", quoted(word), "; the nearest is ", quoted(*nearest)}));
 }
 
@@ -110,7 +110,8 @@ LxRGBA colorOf(std::string_view text) {
 }
 
 std::string textOf(LxRGBA color) {
-    std::string text = joined({std::to_string(color.r), ", ", std::to_string(color.g), ", ", std::to_string(color.b)});
+    std::string text =
+        joined({std::to_string(color.r), ", ", std::to_string(color.g), ", ", std::to_string(color.b)});
     if (color.a != 255)
         text += joined({", ", std::to_string(color.a)});
     return text;
@@ -296,8 +297,8 @@ std::vector<std::string> valuesBeyondLimits(const LxSheenDescriptor &descriptor)
             const double value = layer.Value(static_cast<uint32_t>(&row - sheenParameters));
             const bool isWithin = value >= row.minimum && value <= row.maximum;
             if (!isWithin && value != row.defaultValue)
-                lines.push_back(joined({"layer ", quoted(layer.name), ": ", row.key, " = ", textOf(value), " lies beyond ",
-                                        textOf(row.minimum), " to ", textOf(row.maximum)}));
+                lines.push_back(joined({"layer ", quoted(layer.name), ": ", row.key, " = ", textOf(value),
+                                        " lies beyond ", textOf(row.minimum), " to ", textOf(row.maximum)}));
         }
     }
     return lines;

@@ -1,5 +1,6 @@
 // `oxlume sheen`: pictures from the sheen generator.
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <fstream>
@@ -36,8 +37,8 @@ struct SheenOptions {
 };
 
 void printTable() {
-    std::printf("%5s  %-22s %-33s %8s %8s  %-10s %s\n", "index", "key", "label", "minimum", "maximum", "values",
-                "default");
+    std::printf("%5s  %-22s %-33s %8s %8s  %-10s %s\n", "index", "key", "label", "minimum", "maximum",
+                "values", "default");
     for (uint32_t i = 0; i < lx::kSheenParameterCount; ++i) {
         const lx::LxSheenParameter &row = lx::sheenParameters[i];
         std::printf("%5u  %-22s %-33s %8g %8g  %-10s %g\n", i, row.key, row.label, row.minimum, row.maximum,
@@ -50,12 +51,18 @@ void printPresets() {
         std::cout << preset.name << '\n';
 }
 
-// A preset's text, by the name of a file or of a preset that is built in.
-std::string presetText(const std::string &name) {
+const SheenPreset *builtInPreset(const std::string &name) {
     for (const SheenPreset &preset : sheenPresets()) {
         if (preset.name == name)
-            return preset.text;
+            return &preset;
     }
+    return nullptr;
+}
+
+// A preset's text, by the name of a file or of a preset that is built in.
+std::string presetText(const std::string &name) {
+    if (const SheenPreset *preset = builtInPreset(name))
+        return preset->text;
     std::ifstream file(name, std::ios::binary);
     std::string text{std::istreambuf_iterator<char>(file), {}};
     if (!file)
@@ -90,8 +97,9 @@ void applyOptions(const CLI::App &command, const SheenOptions &options, LxSheenD
         const std::vector<std::string> &values;
         size_t next = 0;
     };
-    Repeated repeated[] = {{"--layer", options.layers},      {"--color", options.colors}, {"--mode", options.modes},
-                           {"--opacity", options.opacities}, {"--name", options.names},   {"--light", options.lights}};
+    Repeated repeated[] = {{"--layer", options.layers}, {"--color", options.colors},
+                           {"--mode", options.modes},   {"--opacity", options.opacities},
+                           {"--name", options.names},   {"--light", options.lights}};
     for (const CLI::Option *option : command.parse_order()) {
         for (Repeated &one : repeated) {
             if (!option->check_lname(one.name + 2) || one.next >= one.values.size())
@@ -145,11 +153,17 @@ void buildDescriptor(const CLI::App &command, const SheenOptions &options, LxShe
     } catch (const lx::PresetError &error) {
         throw Failure((options.preset.empty() ? "" : options.preset + ": ") + error.what());
     }
+    // What goes beyond the limits in a preset of ours does so on purpose.
+    std::vector<std::string> intended;
+    if (builtInPreset(options.preset) != nullptr)
+        intended = lx::valuesBeyondLimits(descriptor);
     applyOptions(command, options, descriptor);
     if (descriptor.LayerCount() == 0)
         descriptor.AddLayer(LxSheenLayer());
-    for (const std::string &line : lx::valuesBeyondLimits(descriptor))
-        std::cerr << "oxlume: warning: " << line << '\n';
+    for (const std::string &line : lx::valuesBeyondLimits(descriptor)) {
+        if (std::find(intended.begin(), intended.end(), line) == intended.end())
+            std::cerr << "oxlume: warning: " << line << '\n';
+    }
 }
 
 void runSheen(const CLI::App &command, const SheenOptions &options) {
@@ -190,19 +204,24 @@ void addSheenCommand(CLI::App &program) {
         ->check(CLI::Range(1, largestSize))
         ->capture_default_str();
     const auto addRepeated = [&](const char *name, std::vector<std::string> &values, const char *help) {
-        command->add_option(name, values, help)->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        command->add_option(name, values, help)
+            ->expected(1)
+            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     };
     addRepeated("--layer", options->layers, "Add a layer: KEY=VALUE,KEY=VALUE,... (see --list)");
     addRepeated("--color", options->colors, "Colour of the layer given last: R,G,B or R,G,B,A");
-    addRepeated("--mode", options->modes,
-                "How the layer given last meets those under it: add, subtract, multiply, paint, larger, smaller, "
-                "or one with -inside, such as add-inside");
+    addRepeated(
+        "--mode", options->modes,
+        "How the layer given last meets those under it: add, subtract, multiply, paint, larger, smaller, "
+        "or one with -inside, such as add-inside");
     addRepeated("--opacity", options->opacities, "Opacity of the layer given last, 0 to 1");
     addRepeated("--name", options->names, "Name of the layer given last");
-    addRepeated("--light", options->lights, "The light: KEY=VALUE,... of azimuth, elevation, width, ambient, brilliance");
+    addRepeated("--light", options->lights,
+                "The light: KEY=VALUE,... of azimuth, elevation, width, ambient, brilliance");
     command->add_option("--save", options->save, "Write the layers as a preset to this file");
-    command->add_option("--sheet", options->sheet,
-                        "Instead of one picture, draw five, with this parameter from its minimum to its maximum");
+    command->add_option(
+        "--sheet", options->sheet,
+        "Instead of one picture, draw five, with this parameter from its minimum to its maximum");
     command->add_flag("--list", options->list, "List the parameters of a layer");
     command->add_flag("--presets", options->presets, "List the presets");
     command->callback([command, options] { runSheen(*command, *options); });

@@ -28,8 +28,9 @@ void place(const LxImage &picture, LxImage &sheet, int32_t left, int32_t top) {
     }
 }
 
-constexpr std::string_view shapedPreset = "[layer]\ncolor = 214, 170, 92\nkInnerSize0 = 0.36\nkInnerSize1 = 0.3\n"
-                                          "kBorderSize0 = -0.4\nkBorderSize1 = -0.4\nkCornerType = 1\n";
+constexpr std::string_view shapedPreset =
+    "[layer]\ncolor = 214, 170, 92\nkInnerSize0 = 0.36\nkInnerSize1 = 0.3\n"
+    "kBorderSize0 = -0.4\nkBorderSize1 = -0.4\nkCornerType = 1\n";
 
 struct Companion {
     lx::SheenIndex first, last;
@@ -38,8 +39,9 @@ struct Companion {
 
 // What some parameters need in order to do anything.
 constexpr Companion companions[] = {
-    {lx::kRotationPeriod, lx::kRotationPeriod, "kSymmetry = 1\nkInnerSize0 = 0.25\nkInnerSize1 = 0.5\n"
-                                               "kBorderSize1 = -0.6\n"},
+    {lx::kRotationPeriod, lx::kRotationPeriod,
+     "kSymmetry = 1\nkInnerSize0 = 0.25\nkInnerSize1 = 0.5\n"
+     "kBorderSize1 = -0.6\n"},
     {lx::kCenterPeriod0, lx::kCenterPeriod1, "kCentralArch = 0.9\nkCentralArchShape = 1\nkHeight = 0.3\n"},
     {lx::kSwirl, lx::kSwirl, "kSymmetry = 5\n"},
     {lx::kJitter, lx::kJitterSpeed, "kSymmetry = 5\nkJitter = 0.12\nkJitterSpeed = 0.2\n"},
