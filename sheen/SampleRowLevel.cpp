@@ -89,8 +89,9 @@ Certainty certaintyOf(const SheenValues &s) {
     // Where numbers are so large that an angle may not be one, nothing is certain.
     const double tame = 1e100;
     const bool ordinary = s.inner[0] >= 0.0 && s.inner[1] >= 0.0 && s.border[0] >= 0.0 && s.border[1] >= 0.0;
-    const bool turned = fabs(s.swirl) < tame && fabs(s.jitterAmount[0]) < tame && fabs(s.jitterAmount[1]) < tame &&
-                        fabs(s.jitterFrequency[0]) < tame && fabs(s.jitterFrequency[1]) < tame;
+    const bool turned = fabs(s.swirl) < tame && fabs(s.jitterAmount[0]) < tame &&
+                        fabs(s.jitterAmount[1]) < tame && fabs(s.jitterFrequency[0]) < tame &&
+                        fabs(s.jitterFrequency[1]) < tame;
     if (!ordinary || !turned)
         return certainty;
     // The margin is far above what rounding of the cosine, the sine and the differences can come to.
@@ -221,7 +222,7 @@ struct Cubics {
     Doubles a, b, c, d;
 };
 
-inline Cubics gather(const NoiseRow *rows, const uint32_t *index) {
+inline Cubics gather(const NoiseRow *rows, HalfWords index) {
 #if defined(__AVX2__)
     static_assert(sizeof(NoiseRow) == 32);
     const __m256d r0 = _mm256_loadu_pd(&rows[index[0]].a);
@@ -247,18 +248,17 @@ inline Cubics gather(const NoiseRow *rows, const uint32_t *index) {
 #endif
 }
 
-Doubles noise1D(Doubles x) {
-    const DoubleMask negative = x < 0.0;
-    const HalfInts whole = truncated(x);
-    uint32_t index[doubleLanes];
-    Doubles cell;
-    for (int i = 0; i < doubleLanes; ++i) {
-        const uint32_t lowered = (uint32_t)whole[i] - (negative[i] != 0);
-        index[i] = lowered & 255;
-        cell[i] = (int32_t)lowered;
-    }
-    const Cubics row = gather(noiseRows(), index);
+inline Doubles noise1D(Doubles x) {
+    // Unsigned, so that the cell below the lowest is the highest.
+    const HalfWords lowered = (HalfWords)truncated(x) + __builtin_convertvector(x < 0.0, HalfWords);
+    const Doubles cell = widened((HalfInts)lowered);
     const Doubles f = x - cell;
+    if (every(cell == cell[0])) {
+        const NoiseRow &row = noiseRows()[lowered[0] & 255];
+        return f * ((f * row.a + row.b) * f + row.c) + row.d;
+    }
+    const HalfWords masked = lowered & 255;
+    const Cubics row = gather(noiseRows(), masked);
     return f * ((f * row.a + row.b) * f + row.c) + row.d;
 }
 
@@ -270,10 +270,11 @@ Doubles noise2DAnywhere(HalfInts ix, Doubles fx, Doubles y) {
     const NoiseRow *const rows = noiseRows();
     Doubles p[4];
     for (uint32_t k = 0; k < 4; ++k) {
-        uint32_t index[doubleLanes];
+        const HalfWords place = ((HalfWords)ix - 1 + k) & 255;
+        HalfWords column;
         for (int i = 0; i < doubleLanes; ++i)
-            index[i] = (permutation[((uint32_t)ix[i] - 1 + k) & 255] + (uint32_t)iy[i]) & 255;
-        const Cubics row = gather(rows, index);
+            column[i] = permutation[place[i]];
+        const Cubics row = gather(rows, (column + (HalfWords)iy) & 255);
         p[k] = ((fy * row.a + row.b) * fy + row.c) * fy + row.d;
     }
     const Doubles a = p[1] * 1.5 + p[0] * -0.5 + p[2] * -1.5 + p[3] * 0.5;
@@ -488,7 +489,8 @@ inline bool evaluate(const SheenValues &s, RowState &state, Point p, Doubles &ou
     // Not the same for what is not a number, so asked twice as in the definition.
     const DoubleMask aboveY = p.y > s.inner[1];
     const DoubleMask inY = p.y <= s.inner[1];
-    const DoubleMask outside = (~inX & (rimX > s.border[0])) | (((inX & aboveY) | (~inX & ~inY)) & (rimY > s.border[1]));
+    const DoubleMask outside =
+        (~inX & (rimX > s.border[0])) | (((inX & aboveY) | (~inX & ~inY)) & (rimY > s.border[1]));
     if (every(outside))
         return false;
     const DoubleMask plateau = inX & ~aboveY;
@@ -515,33 +517,52 @@ inline bool evaluate(const SheenValues &s, RowState &state, Point p, Doubles &ou
     return true;
 }
 
+// Pixels x to x + count - 1.
 template <Fold kind, bool shaped, bool noisy>
-void sample(const SheenValues &s, SampleRow &row) {
-    RowState state = {certaintyOf(s), NAN, NAN, {}};
-    const Doubles y = all(row.y);
-    HalfInts index;
-    for (int i = 0; i < doubleLanes; ++i)
-        index[i] = i;
+inline void sampleSome(const SheenValues &s, RowState &state, SampleRow &row, Doubles y, int x, int count) {
+    const HalfFloats position = row.step * __builtin_convertvector(lanes() + x, HalfFloats);
+    Doubles height;
+    if (!evaluate<kind, shaped, noisy>(s, state, {widened(position), y}, height)) {
+        store(HalfFloats{}, row.out + x, count);
+        return;
+    }
+    height = choose(height > 1.0, all(1.0), height);
+    height = choose(height >= 0.0, height, Doubles{}); // also for what is not a number
+    store(narrowed(height), row.out + x, count);
+    const int raised = bits(height > 0.0) & ((1 << count) - 1);
+    if (raised != 0) {
+        if (row.last < 0)
+            row.first = x + __builtin_ctz((unsigned)raised);
+        row.last = x + 31 - __builtin_clz((unsigned)raised);
+    }
+}
+
+// Whether a row lies above or below a rectangle that is neither turned nor bent.
+bool isOutside(const SheenValues &s, double rowY) {
+    const bool plain = s.shapeFlags == 0 && (s.noiseFlags & (noiseHorCurve | noiseVertCurve)) == 0 &&
+                       !(s.values[kCenterRotationPeriod] >= 1.0) && s.rotationTotal == 0.0;
+    const double y = fabs(rowY - s.centerY);
+    return plain && y > s.inner[1] && y - s.inner[1] > s.border[1];
+}
+
+template <Fold kind, bool shaped, bool noisy>
+void sample(const SheenValues &s, SampleRow &target) {
+    SampleRow row = target; // nothing that is written can be part of it
     row.first = row.count;
     row.last = -1;
-    for (int x = 0; x < row.count; x += doubleLanes) {
-        const int count = row.count - x < doubleLanes ? row.count - x : doubleLanes;
-        const HalfFloats position = row.step * __builtin_convertvector(index + x, HalfFloats);
-        Doubles height;
-        if (!evaluate<kind, shaped, noisy>(s, state, {widened(position), y}, height)) {
-            store(HalfFloats{}, row.out + x, count);
-            continue;
-        }
-        height = choose(height > 1.0, all(1.0), height);
-        height = choose(height >= 0.0, height, Doubles{}); // also for what is not a number
-        store(narrowed(height), row.out + x, count);
-        const int raised = bits(height > 0.0) & ((1 << count) - 1);
-        if (raised != 0) {
-            if (row.last < 0)
-                row.first = x + __builtin_ctz((unsigned)raised);
-            row.last = x + 31 - __builtin_clz((unsigned)raised);
-        }
+    if (kind == Fold::rectangle && isOutside(s, row.y)) {
+        memset(row.out, 0, (size_t)row.count * sizeof(float));
+        target = row;
+        return;
     }
+    RowState state = {certaintyOf(s), NAN, NAN, {}};
+    const Doubles y = all(row.y);
+    int x = 0;
+    for (; x + doubleLanes <= row.count; x += doubleLanes)
+        sampleSome<kind, shaped, noisy>(s, state, row, y, x, doubleLanes);
+    if (x < row.count)
+        sampleSome<kind, shaped, noisy>(s, state, row, y, x, row.count - x);
+    target = row;
 }
 
 using Sample = void (*)(const SheenValues &, SampleRow &);

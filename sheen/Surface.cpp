@@ -18,11 +18,11 @@ struct Flag {
 };
 
 constexpr Flag shapeFlagTable[] = {
-    {shapeVertCurve, kVertCurve},       {shapeVertBorderCurve, kVertBorderCurve},
-    {shapeHorCurve, kHorCurve},         {shapeHorBorderCurve, kHorBorderCurve},
-    {shapeVertArch, kVertArch},         {shapeHorArch, kHorArch},
-    {shapeCentralArch, kCentralArch},   {shapeVertSheer, kVertSheer},
-    {shapeHorSheer, kHorSheer},         {shapeVertPerspect, kVertPerspect},
+    {shapeVertCurve, kVertCurve},     {shapeVertBorderCurve, kVertBorderCurve},
+    {shapeHorCurve, kHorCurve},       {shapeHorBorderCurve, kHorBorderCurve},
+    {shapeVertArch, kVertArch},       {shapeHorArch, kHorArch},
+    {shapeCentralArch, kCentralArch}, {shapeVertSheer, kVertSheer},
+    {shapeHorSheer, kHorSheer},       {shapeVertPerspect, kVertPerspect},
     {shapeHorPerspect, kHorPerspect},
 };
 

@@ -32,8 +32,8 @@ public:
     void Prepare();
 
     // The height at (x, y), where (0, 0) is the first pixel of the first row and (1, 1) the last of the last.
-    // This is the definition of the surface, in the order of operations that fixes every number; sampleRow is the form for
-    // many points. Nothing limits the height here.
+    // This is the definition of the surface, in the order of operations that fixes every number; sampleRow is
+    // the form for many points. Nothing limits the height here.
     void Evaluate(double *out, const double *x, const double *y);
 
 protected:

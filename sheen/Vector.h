@@ -28,9 +28,10 @@ enum { doubleLanes = vectorBytes / 8, floatLanes = vectorBytes / 4 };
 typedef double Doubles __attribute__((vector_size(vectorBytes)));
 typedef int64_t DoubleMask __attribute__((vector_size(vectorBytes)));
 typedef float Floats __attribute__((vector_size(vectorBytes)));
-typedef int32_t Ints __attribute__((vector_size(vectorBytes)));     // also the mask of Floats
+typedef int32_t Ints __attribute__((vector_size(vectorBytes)));         // also the mask of Floats
 typedef float HalfFloats __attribute__((vector_size(vectorBytes / 2))); // as many as there are Doubles
 typedef int32_t HalfInts __attribute__((vector_size(vectorBytes / 2)));
+typedef uint32_t HalfWords __attribute__((vector_size(vectorBytes / 2)));
 
 static inline Doubles all(double value) {
     return value - Doubles{};
@@ -177,6 +178,14 @@ static inline Ints truncated(Floats v) {
         result[i] = v[i] >= -2147483648.0f && v[i] < 2147483648.0f ? (int32_t)v[i] : INT32_MIN;
     return result;
 #endif
+}
+
+// 0, 1, 2, ...
+static inline HalfInts lanes() {
+    HalfInts v;
+    for (int i = 0; i < doubleLanes; ++i)
+        v[i] = i;
+    return v;
 }
 
 static inline Doubles widened(HalfInts v) {

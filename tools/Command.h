@@ -10,5 +10,7 @@ namespace tool {
 
 void addInfoCommand(CLI::App &program);
 void addMorphCommand(CLI::App &program);
+void addSheenCommand(CLI::App &program);
+void addSvgCommand(CLI::App &program);
 
 } // namespace tool

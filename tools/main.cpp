@@ -22,6 +22,8 @@ int run(int argc, char **argv) {
     program.require_subcommand(1);
     tool::addInfoCommand(program);
     tool::addMorphCommand(program);
+    tool::addSheenCommand(program);
+    tool::addSvgCommand(program);
     try {
         program.parse(argc, argv);
         return 0;

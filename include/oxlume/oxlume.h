@@ -19,6 +19,7 @@
 #include <oxlume/LxPoint.h>
 #include <oxlume/LxRect.h>
 #include <oxlume/LxScalar.h>
+#include <oxlume/LxSheen.h>
 #include <oxlume/LxThread.h>
 
 #endif

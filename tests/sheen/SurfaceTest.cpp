@@ -206,7 +206,8 @@ TEST(Evaluate, PlateauRimAndOutsideOfTheDefaults) {
     EXPECT_EQ(heightAt(surface, 0.5, 0.5), 0.5);
     EXPECT_EQ(heightAt(surface, 0.9, 0.5), 0.0);
     EXPECT_EQ(heightAt(surface, 0.5, 0.9), 0.0);
-    // Half way down the rim: q is 0.5, which is at the upper knee of 0.5, where u is 0.5 and the curve half way.
+    // Half way down the rim: q is 0.5, which is at the upper knee of 0.5, where u is 0.5 and the curve half
+    // way.
     EXPECT_NEAR(heightAt(surface, 0.77, 0.5), 0.5 * 0.5, 1e-12);
     EXPECT_NEAR(heightAt(surface, 0.5, 0.23), 0.5 * 0.5, 1e-12);
     // A quarter down: q = 0.75, u = -0.25 * 0.5 / 0.5 + 1 = 0.75, g = smooth(0.75) - 1, 2 g / 2 + 1.
@@ -270,7 +271,8 @@ TEST(Evaluate, TheCircleHasOneCoordinate) {
     surface.SetValue(kSymmetry, 0.0);
     for (int i = 0; i < 16; ++i) {
         const double angle = i * 0.4;
-        EXPECT_NEAR(heightAt(surface, 0.5 + 0.27 * std::cos(angle), 0.5 + 0.27 * std::sin(angle)), 0.25, 1e-9);
+        EXPECT_NEAR(heightAt(surface, 0.5 + 0.27 * std::cos(angle), 0.5 + 0.27 * std::sin(angle)), 0.25,
+                    1e-9);
     }
 }
 
@@ -283,8 +285,8 @@ TEST(Evaluate, ThreeLobesAreEqual) {
         const double r = 0.05 + 0.01 * (i % 23);
         const double first = heightAt(surface, 0.5 + r * std::cos(angle), 0.5 + r * std::sin(angle));
         for (const double turn : {tau / 3, -tau / 3}) {
-            EXPECT_NEAR(
-                heightAt(surface, 0.5 + r * std::cos(angle + turn), 0.5 + r * std::sin(angle + turn)), first, 1e-9);
+            EXPECT_NEAR(heightAt(surface, 0.5 + r * std::cos(angle + turn), 0.5 + r * std::sin(angle + turn)),
+                        first, 1e-9);
         }
     }
 }

@@ -8,8 +8,8 @@ namespace lx::test {
 
 // What random surfaces have in common.
 struct SurfaceKind {
-    bool wild = false;       // values of any size, and what is no number
-    bool noisy = true;       // noise may be active
+    bool wild = false;        // values of any size, and what is no number
+    bool noisy = true;        // noise may be active
     bool symmetrical = false; // leave most of what spoils symmetry at rest
 };
 
