@@ -73,8 +73,8 @@ Point sheerAndPerspective(const SheenValues &s, Point p) {
     return p;
 }
 
-// Distances at which the part of the shape is certain without the angle of a point: both folded coordinates
-// are at most the distance, and one of them is at least 0.7071 times it.
+// Distances at which the part of the shape that a point lies in is certain without its angle: each folded
+// coordinate is at most the distance, and their squares add up to its square.
 struct Certainty {
     double outside; // beyond this every point lies outside; infinite if there is no such distance
     double plateau; // up to this every point lies on the plateau, where its place makes no difference; or -1
@@ -196,9 +196,8 @@ inline bool fold(const SheenValues &s, const RowState &state, Point &p, Point &n
     return foldByAngle(s, state, kind == Fold::polar, p, noise);
 }
 
-Doubles shapeValue(double shapeParameter, Doubles p) {
-    // The whole part of the parameter counts; the shapes that exist are 0, 1 and 2.
-    const double shape = shapeParameter;
+// The whole part of `shape` counts; the shapes that exist are 0, 1 and 2.
+Doubles shapeValue(double shape, Doubles p) {
     if (shape > -1.0 && shape < 1.0)
         return 1.0 - p * p;
     if (shape >= 1.0 && shape < 2.0) {
