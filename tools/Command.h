@@ -9,5 +9,6 @@
 namespace tool {
 
 void addInfoCommand(CLI::App &program);
+void addPathCommand(CLI::App &program);
 
 } // namespace tool
