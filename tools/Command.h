@@ -9,6 +9,7 @@
 namespace tool {
 
 void addInfoCommand(CLI::App &program);
+void addMorphCommand(CLI::App &program);
 void addPathCommand(CLI::App &program);
 
 } // namespace tool
