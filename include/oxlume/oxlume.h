@@ -15,6 +15,7 @@
 #include <oxlume/LxPixelType.h>
 #include <oxlume/LxPoint.h>
 #include <oxlume/LxRect.h>
+#include <oxlume/LxScalar.h>
 #include <oxlume/LxThread.h>
 
 #endif
