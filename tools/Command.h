@@ -11,5 +11,6 @@ namespace tool {
 void addInfoCommand(CLI::App &program);
 void addMorphCommand(CLI::App &program);
 void addSheenCommand(CLI::App &program);
+void addPathCommand(CLI::App &program);
 
 } // namespace tool

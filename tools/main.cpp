@@ -23,6 +23,7 @@ int run(int argc, char **argv) {
     tool::addInfoCommand(program);
     tool::addMorphCommand(program);
     tool::addSheenCommand(program);
+    tool::addPathCommand(program);
     try {
         program.parse(argc, argv);
         return 0;
