@@ -42,8 +42,8 @@ LxPointD pointOnSide(const LxRectD &sides, const LxLineD &line, unsigned code) {
     return point;
 }
 
-// A line that settles does so within 4 rounds. Near a corner rounding can throw an end from one side to
-// another for ever; the loop then stops here.
+// A line that settles does so within 4 rounds, very rarely 5. Near a corner rounding can throw an end from
+// one side to another for ever; the loop then stops here.
 constexpr int maxRounds = 16;
 
 // Cohen-Sutherland against four inclusive sides.

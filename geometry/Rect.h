@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <concepts>
+#include <utility>
 
 #include <oxlume/LxRect.h>
 

@@ -1,23 +1,33 @@
 // Reading and writing the fields of the record.
 
+#include "colour/PixelType.h"
+#include "geometry/Rect.h"
 #include "image/Image.h"
 
 using namespace lx;
+
+namespace {
+
+const PixelTypeInfo &typeInfo(const LxImage &image) {
+    return pixelTypeInfo(static_cast<int32_t>(image.type));
+}
+
+} // namespace
 
 int32_t LxImage_Type(const LxImage *image) {
     return image != nullptr ? static_cast<int32_t>(image->type) : 0;
 }
 
 int32_t LxImage_BytesPerPixel(const LxImage *image) {
-    return image != nullptr ? LxColor_BytesPerPixel(LxImage_Type(image)) : 0;
+    return image != nullptr ? typeInfo(*image).bytesPerPixel : 0;
 }
 
 int32_t LxImage_BytesPerComponent(const LxImage *image) {
-    return image != nullptr ? LxColor_BytesPerComponent(LxImage_Type(image)) : 0;
+    return image != nullptr ? typeInfo(*image).bytesPerComponent : 0;
 }
 
 int32_t LxImage_HasAlpha(const LxImage *image) {
-    return image != nullptr ? LxColor_HasAlpha(LxImage_Type(image)) : 0;
+    return image != nullptr ? typeInfo(*image).hasAlpha : 0;
 }
 
 int32_t LxImage_BytesPerRow(const LxImage *image) {
@@ -96,8 +106,7 @@ LxRectL LxImage_RectL(const LxImage *image) {
 }
 
 LxRectD LxImage_RectD(const LxImage *image) {
-    const LxRectL rect = LxImage_RectL(image);
-    return {double(rect.x0), double(rect.y0), double(rect.x1), double(rect.y1)};
+    return widened(LxImage_RectL(image));
 }
 
 int32_t LxImage_isPlanar(const LxImage *image) {

@@ -3,13 +3,14 @@
 #include <algorithm>
 #include <cstring>
 
+#include "colour/PixelType.h"
 #include "image/Image.h"
 
 namespace lx {
 namespace {
 
 ptrdiff_t bytesPerPixel(const LxImage &image) {
-    return LxColor_BytesPerPixel(static_cast<int32_t>(image.type));
+    return pixelTypeInfo(static_cast<int32_t>(image.type)).bytesPerPixel;
 }
 
 // The address that single-pixel access reaches, null outside. On purpose: an image that lives in its record

@@ -2,24 +2,19 @@
 
 #include <initializer_list>
 
+#include "geometry/Rect.h"
 #include "image/Image.h"
 
 using namespace lx;
 
 namespace {
 
-bool isEmpty(const LxRectL &rect) {
-    return rect.x0 >= rect.x1 || rect.y0 >= rect.y1;
-}
-
 int32_t segmentWidth(const LxImage &image, int slot) {
-    const LxRectL rect = image.cut.segment(slot);
-    return distance(rect.x1, rect.x0);
+    return width(image.cut.segment(slot));
 }
 
 int32_t segmentHeight(const LxImage &image, int slot) {
-    const LxRectL rect = image.cut.segment(slot);
-    return distance(rect.y1, rect.y0);
+    return height(image.cut.segment(slot));
 }
 
 using SegmentSize = int32_t (*)(const LxImage &, int slot);

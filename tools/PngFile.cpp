@@ -46,7 +46,7 @@ public:
 
     const char *message() const { return message_.text; }
 
-    // Reads all before the pixels and sets up their conversion; false on an error.
+    // Reads all before the pixels; false on an error.
     bool readHeader(std::FILE *file) {
         if (info_ == nullptr || setjmp(png_jmpbuf(png_)) != 0)
             return false;
@@ -54,36 +54,31 @@ public:
         // The library's own limit on an image's size is the one that counts.
         png_set_user_limits(png_, std::numeric_limits<int32_t>::max(), std::numeric_limits<int32_t>::max());
         png_read_info(png_, info_);
-        png_set_expand(png_);
-        png_set_scale_16(png_);
-        const bool isTransparent = (png_get_color_type(png_, info_) & PNG_COLOR_MASK_ALPHA) != 0 ||
-                                   png_get_valid(png_, info_, PNG_INFO_tRNS) != 0;
-        if (isTransparent)
-            png_set_gray_to_rgb(png_);
-        passes_ = png_set_interlace_handling(png_);
-        png_read_update_info(png_, info_);
         return true;
     }
 
     uint32_t width() const { return png_get_image_width(png_, info_); }
     uint32_t height() const { return png_get_image_height(png_, info_); }
 
+    // The type of image that holds the pixels.
     int32_t type() const {
-        switch (png_get_channels(png_, info_)) {
-        case 1:
-            return kLxPixelA;
-        case 3:
-            return kLxPixelRGB;
-        default:
+        const int colourType = png_get_color_type(png_, info_);
+        if ((colourType & PNG_COLOR_MASK_ALPHA) != 0 || png_get_valid(png_, info_, PNG_INFO_tRNS) != 0)
             return kLxPixelRGBA;
-        }
+        return (colourType & PNG_COLOR_MASK_COLOR) != 0 ? kLxPixelRGB : kLxPixelA;
     }
 
-    // Reads the pixels into rows that lie `stride` apart; false on an error.
+    // Reads the pixels, converted to `type`, into rows that lie `stride` apart; false on an error.
     bool readRows(uint8_t *rows, ptrdiff_t stride) {
         if (setjmp(png_jmpbuf(png_)) != 0)
             return false;
-        for (int pass = 0; pass < passes_; ++pass)
+        png_set_expand(png_);
+        png_set_scale_16(png_);
+        if (type() == kLxPixelRGBA)
+            png_set_gray_to_rgb(png_);
+        const int passes = png_set_interlace_handling(png_);
+        png_read_update_info(png_, info_);
+        for (int pass = 0; pass < passes; ++pass)
             for (uint32_t y = 0; y < height(); ++y)
                 png_read_row(png_, rows + stride * y, nullptr);
         png_read_end(png_, nullptr);
@@ -94,7 +89,6 @@ private:
     PngMessage message_;
     png_structp png_;
     png_infop info_;
-    int passes_ = 1;
 };
 
 class PngWriter {

@@ -123,6 +123,8 @@ TEST(ImagePools, TheSecondImageOfATierSeesTheFirstOnesPixelsUnlessCleared) {
 
 TEST(ImagePools, TermReleasesThemAndTheLibraryGoesOn) {
     Oxlume_Init();
+    Oxlume_Term(); // empties the pools
+    Oxlume_Init();
     const int32_t before = allocationCount();
     LxImage *alive = LxImage_Create(kLxPixelRGBA, 0, 0, 16, 16, 0, 0);
     for (int size = 16; size <= 128; size *= 2)

@@ -138,7 +138,7 @@ TEST(WritePng, RoundTripsEveryTypeThatPngHas) {
             tool::writePng(path, *image);
             const ImageHandle copy = tool::readPng(path);
             ASSERT_EQ(copy->type, static_cast<uint32_t>(type));
-            const auto size = static_cast<size_t>(13 * LxColor_BytesPerPixel(type));
+            const auto size = size_t{13} * static_cast<size_t>(LxColor_BytesPerPixel(type));
             for (int32_t y = 0; y < 7; ++y)
                 EXPECT_EQ(row(copy, y, size), row(image, y, size)) << "type " << type << " row " << y;
         }
