@@ -37,8 +37,10 @@ inline Rgb loadPixels(const uint8_t *from) {
     return {v & 0xFF, (v >> 8) & 0xFF, (v >> 16) & 0xFF};
 }
 
-inline void storePixels(uint8_t *to, const Rgb &rgb) {
-    store(to, (Bytes)(rgb.r | rgb.g << 8 | rgb.b << 16));
+// With the alphas of other pixels.
+inline void storePixels(uint8_t *to, const Rgb &rgb, const uint8_t *alphas) {
+    const Longs alpha = (Longs)load(alphas) & 0xFF000000;
+    store(to, (Bytes)((Longs)(rgb.r | rgb.g << 8 | rgb.b << 16) | alpha));
 }
 
 // n / d for n of 0 to 255,000 and d from 1, where the quotient is below 2^15: exact, as in Vectors.h.
@@ -60,8 +62,10 @@ inline Hsv hsvOf(const Rgb &c) {
     const Ints divisor = largerInt(chooseInt(value > 127, 510 - sum, sum), splatInt(1));
     const Ints saturation = quotient(d * 255, divisor);
 
-    const Floats turn = Floats{} + 360.0f, distance = real(largerInt(d, splatInt(1)));
-    const auto below = [&](Ints component) { return truncated(real(most - component) * turn / distance); };
+    // Quotients by d lie 1 / 255 apart, which leaves room for the reciprocal's error and for a thousandth
+    // against it.
+    const Floats turn = 360.0f / real(largerInt(d, splatInt(1)));
+    const auto below = [&](Ints component) { return truncated(real(most - component) * turn + 0.001f); };
     const Ints rc = below(c.r), gc = below(c.g), bc = below(c.b);
     const Ints scaled =
         chooseInt(c.r == most, bc - gc, chooseInt(c.g == most, rc - bc + 720, gc - rc + 1440));
@@ -93,10 +97,10 @@ template <Mode mode>
 void blendHsv(uint8_t *rgba, const uint8_t *aPixels, const uint8_t *bPixels, size_t pixels) {
     for (size_t i = 0; i < 4 * pixels; i += vectorBytes) {
         const Hsv a = hsvOf(loadPixels(aPixels + i)), b = hsvOf(loadPixels(bPixels + i));
-        storePixels(rgba + i,
-                    rgbOf({mode == Mode::hue || mode == Mode::color ? b.hue : a.hue,
+        const Hsv mixed = {mode == Mode::hue || mode == Mode::color ? b.hue : a.hue,
                            mode == Mode::saturation || mode == Mode::color ? b.saturation : a.saturation,
-                           mode == Mode::value ? b.value : a.value}));
+                           mode == Mode::value ? b.value : a.value};
+        storePixels(rgba + i, rgbOf(mixed), bPixels + i);
     }
 }
 
@@ -119,7 +123,7 @@ void luminance(uint8_t *rgba, const uint8_t *b, size_t pixels) {
         // Exact in single precision up to the division, and half a thousandth clear of every integer in it.
         const Floats sum = real(c.r) * 299.0f + real(c.g) * 587.0f + real(c.b) * 114.0f;
         const Ints grey = truncated((sum + 0.5f) * (1.0f / 1000));
-        storePixels(rgba + i, {grey, grey, grey});
+        storePixels(rgba + i, {grey, grey, grey}, b + i);
     }
 }
 

@@ -96,66 +96,114 @@ struct CentredSum {
     static Words of(Words a, Words b, Words) { return larger(smaller(a + b - 128, splat(255)), Words{}); }
 };
 
-// What becomes of a lane: three ways to combine, each on even and odd bytes.
+// The even and the odd weights of a vector.
+struct Weights {
+    Words evens, odds;
+};
+
+// What becomes of the colours: three ways to combine, each on even and odd bytes.
 template <class Function>
 struct Mixed {
     static Words sum(Words first, Words c, Words b, Words w, Words opacity) {
         return Function::of(first, b, opacity) * w + c * (255 - w) + 255;
     }
-    static Bytes of(Bytes first, Bytes c, Bytes b, Bytes w, Words opacity) {
-        const Words evens = sum(even(first), even(c), even(b), even(w), opacity);
-        const Words odds = sum(odd(first), odd(c), odd(b), odd(w), opacity);
+    static Bytes of(Bytes first, Bytes c, Bytes b, Weights w, Words opacity) {
+        const Words evens = sum(even(first), even(c), even(b), w.evens, opacity);
+        const Words odds = sum(odd(first), odd(c), odd(b), w.odds, opacity);
         return (Bytes)(evens >> 8 | (odds & 0xFF00));
     }
+    static constexpr bool sumsAlphas = false;
 };
 struct Copied {
-    static Bytes of(Bytes, Bytes, Bytes b, Bytes, Words) { return b; }
+    static Bytes of(Bytes, Bytes, Bytes b, Weights, Words) { return b; }
+    static constexpr bool sumsAlphas = false;
 };
 struct Summed {
-    static Words sum(Words c, Words b, Words w) { return ((b + 1) * w + c + 1); }
-    static Bytes of(Bytes, Bytes c, Bytes b, Bytes w, Words) {
-        // A sum of 65536 wraps to 0, of which the byte is the same.
-        const Words evens = sum(even(c), even(b), even(w)), odds = sum(odd(c), odd(b), odd(w));
+    // A sum of 65536 wraps to 0, of which the byte is the same.
+    static Words sum(Words c, Words b, Words w) { return (b + 1) * w + c + 1; }
+    static Bytes of(Bytes, Bytes c, Bytes b, Weights w, Words) {
+        const Words evens = sum(even(c), even(b), w.evens), odds = sum(odd(c), odd(b), w.odds);
         return (Bytes)(evens >> 8 | (odds & 0xFF00));
     }
+    static constexpr bool sumsAlphas = true;
 };
-
-// The opacity and the alpha of b as a weight, in all four bytes of a pixel.
-inline Bytes weightOfAlpha(Bytes b, Longs opacity) {
-    const Longs alpha = (Longs)b >> 24;
-    Longs w = ((Longs)((Words)alpha * (Words)opacity) + opacity) >> 8;
-    w |= w << 8;
-    return (Bytes)(w | w << 16);
-}
 
 constexpr uint32_t colourBytes = 0x00FFFFFF;
+constexpr size_t vectorPixels = vectorBytes / 4;
 
-template <class Combination>
+// A long for each pixel; of masks that means four or eight bytes.
+using MaskBytes = uint8_t __attribute__((vector_size(vectorPixels)));
+
+inline Longs loadMask(const uint8_t *mask) {
+    MaskBytes m;
+    __builtin_memcpy(&m, mask, vectorPixels);
+    return __builtin_convertvector(m, Longs);
+}
+
+// Words of a pixel's long that fit in its lower one: products and sums there leave the upper one 0.
+inline Longs foldLong(Longs alpha, Longs m) {
+    const auto n = (Longs)((Words)alpha * (Words)m) + 127;
+    return (n + 1 + (n >> 8)) >> 8;
+}
+
+// The alpha that weighs a pixel, with the mask in it.
+template <LaneWeight weighing>
+inline Longs foldedAlpha(Bytes first, Bytes b, const uint8_t *mask) {
+    const Longs alpha = (Longs)b >> 24;
+    if constexpr (weighing == LaneWeight::smallerAlpha) {
+        const Longs other = (Longs)first >> 24;
+        return (Longs)smaller((Words)alpha, (Words)other);
+    } else if constexpr (weighing == LaneWeight::alphaMaskedOnce) {
+        return foldLong(alpha, loadMask(mask));
+    } else if constexpr (weighing == LaneWeight::alphaMaskedTwice) {
+        const Longs m = loadMask(mask);
+        return foldLong(foldLong(alpha, m), m);
+    } else {
+        return alpha;
+    }
+}
+
+template <class Combination, LaneWeight weighing>
 struct Body {
     const Words opacity;
-    const Longs opacityOfPixel;
-    const Bytes colours;
+    const Longs weightOpacity, colours;
 
     explicit Body(const LaneInputs &in)
-        : opacity(splat(in.opacity)), opacityOfPixel(Longs{} + static_cast<uint32_t>(in.opacity)),
-          colours((Bytes)(Longs{} + (in.hasAlpha ? colourBytes : ~0u))) {}
+        : opacity(splat(in.opacity)), weightOpacity(Longs{} + static_cast<uint32_t>(in.weightOpacity)),
+          colours(Longs{} + (in.hasAlpha ? colourBytes : ~0u)) {}
 
-    Bytes operator()(Bytes first, Bytes c, Bytes b, Bytes w) const {
-        return (Combination::of(first, c, b, w, opacity) & colours) | (larger(first, w) & ~colours);
+    // `weight` points to the weights of the lanes, or to the mask of the pixels.
+    Bytes operator()(Bytes first, Bytes c, Bytes b, const uint8_t *weight) const {
+        if constexpr (weighing == LaneWeight::told) {
+            const Bytes w = load(weight);
+            const auto made = (Longs)Combination::of(first, c, b, {even(w), odd(w)}, opacity);
+            return (Bytes)((made & colours) | ((Longs)larger(first, w) & ~colours));
+        } else {
+            const Longs x = foldedAlpha<weighing>(first, b, weight);
+            const Longs w = ((Longs)((Words)x * (Words)weightOpacity) + weightOpacity) >> 8;
+            const auto both = (Words)(w | w << 16);
+            const auto made = (Longs)Combination::of(first, c, b, {both, both}, opacity);
+            Longs alpha = (Longs)larger(first, (Bytes)(w << 24)) & ~colourBytes;
+            if constexpr (Combination::sumsAlphas) {
+                const Longs other = ((Longs)first >> 24) + 1;
+                alpha = ((Longs)((Words)other * (Words)w) + x + 1) >> 8 << 24;
+            }
+            return (Bytes)((made & colourBytes) | alpha);
+        }
     }
 };
 
-template <class Combination, bool ownWeight>
+template <class Combination, LaneWeight weighing>
 void walk(uint8_t *out, const LaneInputs &in, size_t lanes) {
-    const Body<Combination> body(in);
-    const auto weightAt = [&](size_t i, Bytes b) {
-        return ownWeight ? weightOfAlpha(b, body.opacityOfPixel) : load(in.weight + i);
-    };
+    constexpr bool told = weighing == LaneWeight::told;
+    constexpr bool masked =
+        weighing == LaneWeight::alphaMaskedOnce || weighing == LaneWeight::alphaMaskedTwice;
+    const Body<Combination, weighing> body(in);
+    // Where nothing is read of it, any address will do.
+    const auto weightAt = [&](size_t i) { return told ? in.weight + i : masked ? in.mask + i / 4 : in.b; };
     size_t i = 0;
-    for (; i + vectorBytes <= lanes; i += vectorBytes) {
-        const Bytes b = load(in.b + i);
-        store(out + i, body(load(in.first + i), load(in.c + i), b, weightAt(i, b)));
-    }
+    for (; i + vectorBytes <= lanes; i += vectorBytes)
+        store(out + i, body(load(in.first + i), load(in.c + i), load(in.b + i), weightAt(i)));
     if (i == lanes)
         return;
     uint8_t first[vectorBytes] = {}, c[vectorBytes] = {}, b[vectorBytes] = {}, w[vectorBytes] = {};
@@ -163,19 +211,26 @@ void walk(uint8_t *out, const LaneInputs &in, size_t lanes) {
     __builtin_memcpy(first, in.first + i, rest);
     __builtin_memcpy(c, in.c + i, rest);
     __builtin_memcpy(b, in.b + i, rest);
-    if (!ownWeight)
+    if (told)
         __builtin_memcpy(w, in.weight + i, rest);
-    const Bytes last = load(b);
-    store(first, body(load(first), load(c), last, ownWeight ? weightAt(i, last) : load(w)));
+    store(first, body(load(first), load(c), load(b), told ? w : weightAt(i)));
     __builtin_memcpy(out + i, first, rest);
 }
 
 template <class Combination>
 void combine(uint8_t *out, const LaneInputs &in, size_t lanes) {
-    if (in.weight == nullptr)
-        walk<Combination, true>(out, in, lanes);
-    else
-        walk<Combination, false>(out, in, lanes);
+    switch (in.weighing) {
+    case LaneWeight::told:
+        return walk<Combination, LaneWeight::told>(out, in, lanes);
+    case LaneWeight::alpha:
+        return walk<Combination, LaneWeight::alpha>(out, in, lanes);
+    case LaneWeight::smallerAlpha:
+        return walk<Combination, LaneWeight::smallerAlpha>(out, in, lanes);
+    case LaneWeight::alphaMaskedOnce:
+        return walk<Combination, LaneWeight::alphaMaskedOnce>(out, in, lanes);
+    case LaneWeight::alphaMaskedTwice:
+        return walk<Combination, LaneWeight::alphaMaskedTwice>(out, in, lanes);
+    }
 }
 
 void select(uint8_t *out, const uint8_t *result, const uint8_t *gate, const uint8_t *written, size_t lanes) {

@@ -32,14 +32,21 @@ bool hasConstantWeight(const Plan &plan, bool masked) {
     return plan.rule.weight != Weighing::alpha && !masked;
 }
 
-// The lane functions that take b as it is can also take the weight from its alpha.
-bool canWeighByB(const Plan &plan, const VectorForms &forms, bool masked) {
+// Whether the lane functions can make the weight on the way: from pixels of four bytes whose b keeps its
+// alpha in whatever the mode makes of it.
+LaneWeight weighingOf(const Plan &plan, bool masked) {
     const ModeTraits &mode = *plan.mode;
-    const bool takesBAsItIs =
-        forms.mix[static_cast<size_t>(mode.mode)] != nullptr || mode.family == Family::copy;
-    return !masked && plan.cell.out == Layout::rgba && plan.cell.b == Layout::rgba &&
-           plan.rule.weight == Weighing::alpha && plan.rule.alpha == AlphaRule::larger && takesBAsItIs &&
-           mode.weight == WeightSource::b && mode.mode != Mode::dissolve;
+    constexpr auto rgba = Layout::rgba;
+    if (plan.cell.out != rgba || plan.cell.b != rgba || plan.rule.weight != Weighing::alpha ||
+        plan.rule.alpha != AlphaRule::larger || mode.weight == WeightSource::a ||
+        mode.mode == Mode::dissolve || mode.family == Family::constant ||
+        (mode.family == Family::userColor && plan.cell.a != rgba))
+        return LaneWeight::told;
+    if (mode.weight == WeightSource::smaller)
+        return masked ? LaneWeight::told : LaneWeight::smallerAlpha;
+    if (!masked)
+        return LaneWeight::alpha;
+    return mode.foldsMaskOnce ? LaneWeight::alphaMaskedOnce : LaneWeight::alphaMaskedTwice;
 }
 
 // Whether the function looks at a at all.
@@ -76,7 +83,7 @@ bool Pipeline::serves(const Plan &plan, uint32_t width, uint32_t height) {
 Pipeline::Pipeline(const Plan &plan, bool masked, uint32_t width)
     : plan_(plan), forms_(vectorForms()), masked_(masked), step_(stepOf(plan.cell.out)),
       writesAll_(writesEverything(plan)), skipsAtZero_(skips(plan.mode->family)),
-      weightFromB_(canWeighByB(plan, vectorForms(), masked)) {
+      weighing_(weighingOf(plan, masked)) {
     const size_t longest = std::min<size_t>(run, width);
     const ModeTraits &mode = *plan.mode;
     const uint8_t written[4] = {static_cast<uint8_t>(plan.rule.components & 1 ? 255 : 0),
@@ -133,9 +140,14 @@ void Pipeline::blendRun(const Run &run) {
     const bool unwrittenStays = skipsAtZero_ && in.c == run.out;
     const bool writesEachPixel = skipsAtZero_ ? constantWeights_ != nullptr : !masked_;
     const bool direct = writesAll_ && (unwrittenStays || writesEachPixel);
+    const bool gatesByWeight = skipsAtZero_ && !direct;
     if (constantWeights_ != nullptr) {
         in.weight = constantWeights_;
-    } else if (!weightFromB_ || !direct) {
+    } else if (weighing_ != LaneWeight::told && !gatesByWeight) {
+        in.weighing = weighing_;
+        in.mask = run.mask;
+        in.weightOpacity = plan_.weightOpacity();
+    } else {
         makeWeights(run);
         in.weight = spread(weightLanes_, weights_.bytes, plan_.rule.alpha == AlphaRule::opaque, run.pixels);
     }
@@ -155,7 +167,7 @@ void Pipeline::blendFixed(const Run &run) {
 void Pipeline::combine(const Run &run, LaneInputs in, uint8_t *result) {
     const auto lay = forms_.mix[static_cast<size_t>(Mode::srcOver)];
     const bool setsAlphas =
-        in.hasAlpha && !skipsAtZero_ &&
+        in.hasAlpha && !skipsAtZero_ && in.weighing == LaneWeight::told &&
         (plan_.rule.alpha == AlphaRule::opaque || plan_.mode->family == Family::userColor);
     if (setsAlphas) // from the operands, while they stand
         makeAlphas(run);
@@ -192,8 +204,10 @@ void Pipeline::makeAlphas(const Run &run) {
     const uint8_t *c = alphaPlane(plan_.cell.b, alphaB_, run.b, run.pixels);
     if (masked_)
         forms_.fold(alphaB_.bytes, c, run.mask, run.pixels);
-    const LaneInputs in = {c, c,    alphaPlane(plan_.cell.a, alphaA_, run.a, run.pixels), weights_.bytes,
-                           0, false};
+    LaneInputs in = {};
+    in.c = in.first = c;
+    in.b = alphaPlane(plan_.cell.a, alphaA_, run.a, run.pixels);
+    in.weight = weights_.bytes;
     forms_.userColor(alphas_.bytes, in, run.pixels);
 }
 
@@ -260,19 +274,32 @@ const uint8_t *Pipeline::sourceLanes(const Run &run, const uint8_t *first) {
         break;
     }
     const uint8_t *b = inLayout(cell.b, b_, run.b, run.pixels, plan_.rule.source);
-    if (mode.mode == Mode::noName01) {
-        const uint8_t *table = function::gainTable();
-        for (size_t i = 0; i < run.lanes; ++i)
-            b_.bytes[i] = table[b[i]];
-        return b_.bytes;
-    }
-    if (mode.mode == Mode::noName02) {
-        const uint8_t *table = function::gainOfProductTable();
-        for (size_t i = 0; i < run.lanes; ++i)
-            b_.bytes[i] = table[first[i] * 256 + b[i]];
-        return b_.bytes;
-    }
+    if (mode.mode == Mode::noName01 || mode.mode == Mode::noName02)
+        return lookedUp(first, b, run);
     return b;
+}
+
+// The two gains, which are tables. Alphas stay b's.
+const uint8_t *Pipeline::lookedUp(const uint8_t *first, const uint8_t *b, const Run &run) {
+    uint8_t *const to = b_.bytes;
+    const auto lookUpAll = [&](auto valueOf) {
+        if (plan_.cell.out != Layout::rgba) {
+            for (size_t i = 0; i < run.lanes; ++i)
+                to[i] = valueOf(i);
+            return;
+        }
+        for (size_t i = 0; i < run.lanes; i += 4) {
+            const uint32_t pixel = uint32_t{valueOf(i)} | uint32_t{valueOf(i + 1)} << 8 |
+                                   uint32_t{valueOf(i + 2)} << 16 | uint32_t{b[i + 3]} << 24;
+            std::memcpy(to + i, &pixel, 4);
+        }
+    };
+    if (plan_.mode->mode == Mode::noName01)
+        lookUpAll([&, table = function::gainTable()](size_t i) { return table[b[i]]; });
+    else
+        lookUpAll(
+            [&, table = function::gainOfProductTable()](size_t i) { return table[first[i] * 256 + b[i]]; });
+    return to;
 }
 
 // A padded copy in four bytes, of a picture with three or four.

@@ -57,6 +57,7 @@ private:
                             size_t component);
     const uint8_t *firstLanes(const Run &run, const uint8_t *c);
     const uint8_t *sourceLanes(const Run &run, const uint8_t *first);
+    const uint8_t *lookedUp(const uint8_t *first, const uint8_t *b, const Run &run);
     const uint8_t *inRgba(Layout layout, Lanes &buffer, const uint8_t *pixels, size_t count);
     const uint8_t *fromRgba(const Lanes &rgba, size_t count);
 
@@ -72,7 +73,7 @@ private:
     const size_t step_;                        // bytes of a pixel of the result
     const bool writesAll_;                     // every byte of a pixel that is written at all
     const bool skipsAtZero_;                   // a weight of 0 leaves the pixel alone
-    const bool weightFromB_;                   // the lane function can take the weight from b's alpha
+    const LaneWeight weighing_;                // how the lane functions can make weights on the way
     const uint8_t *constantWeights_ = nullptr; // lanes, where one weight holds for the whole call
 
     Lanes a_, first_, b_, made_, rgbaA_, rgbaB_, weightLanes_, gateLanes_, writtenLanes_, colourLanes_;

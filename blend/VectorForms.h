@@ -15,13 +15,26 @@ namespace lx {
 // Bytes behind the last one that matters, for the functions that take padded buffers.
 inline constexpr size_t vectorPadding = 64;
 
+// Where the lane functions find the weight: told for every lane, or, in pixels of four bytes, made on the way
+// of the opacity and these alphas.
+enum class LaneWeight : uint8_t {
+    told,
+    alpha,           // b's
+    smallerAlpha,    // the smaller of b's and that of `first`
+    alphaMaskedOnce, // b's with the mask folded in
+    alphaMaskedTwice
+};
+
 struct LaneInputs {
-    const uint8_t *first;  // what the function takes of a
-    const uint8_t *c;      // what the result is mixed into
-    const uint8_t *b;      // the second source
-    const uint8_t *weight; // null: in pixels of four bytes, the opacity and the alpha of b
-    int opacity;
-    bool hasAlpha; // every fourth byte is an alpha: the larger of `first` and the weight
+    const uint8_t *first; // what the function takes of a
+    const uint8_t *c;     // what the result is mixed into
+    const uint8_t *b;     // the second source
+    bool hasAlpha;        // every fourth byte is an alpha: the larger of that of `first` and the weight
+    int opacity;          // for the function
+    LaneWeight weighing;
+    const uint8_t *weight; // lanes, where they are told
+    const uint8_t *mask;   // padded, where it is folded in
+    int weightOpacity;     // where weights are made
 };
 
 struct VectorForms {
@@ -31,7 +44,9 @@ struct VectorForms {
     // b, and the larger alpha.
     void (*copy)(uint8_t *out, const LaneInputs &in, size_t lanes);
 
-    // ((b + 1) * weight + c + 1) >> 8, the low byte.
+    // ((b + 1) * weight + c + 1) >> 8, the low byte. With weights made on the way, alphas are summed too,
+    // that of `first` in the place of b's and the folded one of b in the place of c's; else they are left to
+    // the caller.
     void (*userColor)(uint8_t *out, const LaneInputs &in, size_t lanes);
 
     // out where `gate` or `written` is 0, else `result`.
@@ -61,6 +76,7 @@ struct VectorForms {
 
     // ---- Functions of three components, on pixels of four bytes; all buffers are padded ----
 
+    // They keep b's alpha.
     void (*hsv)(uint8_t *rgba, const uint8_t *a, const uint8_t *b, Mode mode, size_t pixels);
     void (*luminance)(uint8_t *rgba, const uint8_t *b, size_t pixels);
 };
