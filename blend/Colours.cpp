@@ -43,16 +43,11 @@ inline void storePixels(uint8_t *to, const Rgb &rgb, const uint8_t *alphas) {
     store(to, (Bytes)((Longs)(rgb.r | rgb.g << 8 | rgb.b << 16) | alpha));
 }
 
-// n / d for n of 0 to 255,000 and d from 1, where the quotient is below 2^15: exact, as in Vectors.h.
-inline Ints quotient(Ints n, Ints d) {
-    return truncated(real(n) / real(d));
-}
-
-// n / d by the reciprocal: half a step above the true quotient's lowest place, so that no rounding goes under
-// it.
+// n / d, below 2^15, by the reciprocal: half a step above the true quotient's lowest place, so that no
+// rounding goes under it.
 template <int d>
-inline Ints quotient(Ints n) {
-    return truncated((real(n) + 0.5f) * (1.0f / d));
+inline Ints quotient(Floats n) {
+    return truncated((n + 0.5f) * (1.0f / d));
 }
 
 inline Hsv hsvOf(const Rgb &c) {
@@ -60,7 +55,8 @@ inline Hsv hsvOf(const Rgb &c) {
     const Ints d = most - least, sum = most + least, value = sum >> 1;
     // Where all are equal the numerators below are 0, and any divisor gives the 0 that is told.
     const Ints divisor = largerInt(chooseInt(value > 127, 510 - sum, sum), splatInt(1));
-    const Ints saturation = quotient(d * 255, divisor);
+    // Single precision tells quotients of 16 by 9 bits from the next integer, as in Vectors.h.
+    const Ints saturation = truncated(real(d) * 255.0f / real(divisor));
 
     // Quotients by d lie 1 / 255 apart, which leaves room for the reciprocal's error and for a thousandth
     // against it.
@@ -69,28 +65,26 @@ inline Hsv hsvOf(const Rgb &c) {
     const Ints rc = below(c.r), gc = below(c.g), bc = below(c.b);
     const Ints scaled =
         chooseInt(c.r == most, bc - gc, chooseInt(c.g == most, rc - bc + 720, gc - rc + 1440));
-    // A sixth, toward zero on both sides.
-    const Ints negative = scaled < 0;
-    const Ints sixth = quotient<6>(chooseInt(negative, -scaled, scaled));
-    const Ints hue = chooseInt(negative, -sixth, sixth);
-    return {hue + ((hue < 0) & 360) - ((hue > 359) & 360), saturation, value};
+    // A sixth toward zero, brought into 0 to 359: below zero that is the ceiling, and a turn more.
+    const Ints turned = scaled + ((scaled < 0) & (6 * 360 + 5));
+    const Ints hue = quotient<6>(real(turned));
+    return {hue - ((hue > 359) & 360), saturation, value};
 }
 
+// No grey needs a case of its own: without saturation m1 and m2 are the value. And no result leaves a byte.
 inline Rgb rgbOf(const Hsv &c) {
-    const Ints product = c.value * c.saturation;
+    const Floats product = real(c.value) * real(c.saturation);
     const Ints m2 = chooseInt(c.value > 127, c.value + c.saturation - quotient<255>(product),
-                              quotient<255>(product + c.value * 255));
-    const Ints m1 = 2 * c.value - m2, span = m2 - m1;
+                              quotient<255>(product + real(c.value) * 255.0f));
+    const Ints m1 = 2 * c.value - m2;
+    const Floats span = real(m2 - m1);
     // The band function rises for 60 degrees, stays for 120, and falls for 60.
     const auto band = [&](Ints hue) {
         const Ints height = largerInt(smallerInt(smallerInt(hue, 240 - hue), splatInt(60)), splatInt(0));
-        return m1 + quotient<60>(span * height);
+        return m1 + quotient<60>(span * real(height));
     };
     const Ints forward = c.hue + 120, backward = c.hue - 120;
-    const Ints grey = c.saturation == 0;
-    const auto component = [&](Ints hue) { return chooseInt(grey, c.value, band(hue)) & 0xFF; };
-    return {component(forward - ((forward > 359) & 360)), component(c.hue),
-            component(backward + ((backward < 0) & 360))};
+    return {band(forward - ((forward > 359) & 360)), band(c.hue), band(backward + ((backward < 0) & 360))};
 }
 
 template <Mode mode>

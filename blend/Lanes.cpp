@@ -1,5 +1,9 @@
 // The functions of one component and the mix, in vectors: the forms that Function.h and Weight.h define.
 
+#if defined(__AVX2__)
+#include <immintrin.h>
+#endif
+
 #include "blend/LevelForms.h"
 #include "blend/Vectors.h"
 
@@ -131,13 +135,21 @@ struct Summed {
 constexpr uint32_t colourBytes = 0x00FFFFFF;
 constexpr size_t vectorPixels = vectorBytes / 4;
 
-// A long for each pixel; of masks that means four or eight bytes.
-using MaskBytes = uint8_t __attribute__((vector_size(vectorPixels)));
-
+// A long for each pixel, of its byte of the mask: the one widening that compilers do byte by byte when left
+// to them.
 inline Longs loadMask(const uint8_t *mask) {
-    MaskBytes m;
-    __builtin_memcpy(&m, mask, vectorPixels);
-    return __builtin_convertvector(m, Longs);
+#if defined(__AVX2__)
+    long long bytes;
+    __builtin_memcpy(&bytes, mask, vectorPixels);
+    return (Longs)_mm256_cvtepu8_epi32(_mm_set_epi64x(0, bytes));
+#else
+    uint32_t bytes;
+    __builtin_memcpy(&bytes, mask, vectorPixels);
+    const auto m = (Bytes)Longs{bytes, 0, 0, 0};
+    const auto words =
+        __builtin_shufflevector(m, Bytes{}, 0, 16, 1, 17, 2, 18, 3, 19, 4, 20, 5, 21, 6, 22, 7, 23);
+    return (Longs)__builtin_shufflevector((Words)words, Words{}, 0, 8, 1, 9, 2, 10, 3, 11);
+#endif
 }
 
 // Words of a pixel's long that fit in its lower one: products and sums there leave the upper one 0.
