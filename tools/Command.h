@@ -8,6 +8,9 @@
 
 namespace tool {
 
+void addBlendCommand(CLI::App &program);
 void addInfoCommand(CLI::App &program);
+void addModesCommand(CLI::App &program);
+void addMorphCommand(CLI::App &program);
 
 } // namespace tool
