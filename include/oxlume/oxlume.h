@@ -3,6 +3,7 @@
 #define OXLUME_OXLUME_H
 
 #include <oxlume/LxBase.h>
+#include <oxlume/LxBlend.h>
 #include <oxlume/LxColor.h>
 #include <oxlume/LxCubicBezier.h>
 #include <oxlume/LxImage.h>
