@@ -3,6 +3,7 @@
 #define OXLUME_OXLUME_H
 
 #include <oxlume/LxBase.h>
+#include <oxlume/LxBlend.h>
 #include <oxlume/LxColor.h>
 #include <oxlume/LxCubicBezier.h>
 #include <oxlume/LxImage.h>
@@ -16,6 +17,7 @@
 #include <oxlume/LxPoint.h>
 #include <oxlume/LxRect.h>
 #include <oxlume/LxScalar.h>
+#include <oxlume/LxSheen.h>
 #include <oxlume/LxThread.h>
 
 #endif
