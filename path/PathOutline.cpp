@@ -10,6 +10,7 @@
 #include <oxlume/LxMem.h>
 
 #include "geometry/Line.h"
+#include "path/PathBuilder.h"
 #include "path/PathOperations.h"
 #include "path/PathWalk.h"
 
