@@ -12,5 +12,7 @@ void addBlendCommand(CLI::App &program);
 void addInfoCommand(CLI::App &program);
 void addModesCommand(CLI::App &program);
 void addMorphCommand(CLI::App &program);
+void addSheenCommand(CLI::App &program);
+void addPathCommand(CLI::App &program);
 
 } // namespace tool

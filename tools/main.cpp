@@ -24,6 +24,8 @@ int run(int argc, char **argv) {
     tool::addInfoCommand(program);
     tool::addModesCommand(program);
     tool::addMorphCommand(program);
+    tool::addSheenCommand(program);
+    tool::addPathCommand(program);
     try {
         program.parse(argc, argv);
         return 0;
