@@ -233,9 +233,7 @@ const uint8_t *Pipeline::inLayout(Layout layout, Lanes &buffer, const uint8_t *p
     if (layout == out)
         return pixels;
     if (out == Layout::a) {
-        const size_t step = stepOf(layout);
-        for (size_t i = 0; i < count; ++i)
-            buffer.bytes[i] = pixels[i * step + component];
+        forms_.component(buffer.bytes, pixels, stepOf(layout), component, count);
     } else if (out == Layout::rgb) {
         (layout == Layout::a ? forms_.spread3 : forms_.rgbaToRgb)(buffer.bytes, pixels, count);
     } else {
@@ -255,8 +253,7 @@ const uint8_t *Pipeline::firstLanes(const Run &run, const uint8_t *c) {
         return first_.bytes;
     }
     Plane component;
-    for (size_t i = 0; i < run.pixels; ++i)
-        component.bytes[i] = c[3 * i];
+    forms_.component(component.bytes, c, 3, 0, run.pixels);
     forms_.spread3(first_.bytes, component.bytes, run.pixels);
     return first_.bytes;
 }
@@ -325,7 +322,7 @@ const uint8_t *Pipeline::fromRgba(const Lanes &rgba, size_t count) {
 
 const uint8_t *Pipeline::alphaPlane(Layout layout, Plane &buffer, const uint8_t *pixels, size_t count) {
     if (layout == Layout::rgba)
-        forms_.alphas(buffer.bytes, pixels, count);
+        forms_.component(buffer.bytes, pixels, 4, 3, count);
     else
         std::memset(buffer.bytes, 255, count);
     return buffer.bytes;
