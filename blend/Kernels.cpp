@@ -33,6 +33,17 @@ uint8_t *bytes(void *pixels) {
     const Plan plan = planOf(cell, blend, mask != nullptr);
     if (plan.isEmpty())
         return;
+    // Rows without a gap are one long row: the order of pixels is the same.
+    const uint64_t pixels = uint64_t{width} * height;
+    const auto isPacked = [&](int32_t stride, int bytesOfPixel) {
+        return stride == int64_t{width} * bytesOfPixel;
+    };
+    if (pixels <= UINT32_MAX && isPacked(outStride, bytesOf(cell.out)) &&
+        isPacked(aStride, bytesOf(cell.a)) && isPacked(bStride, bytesOf(cell.b)) &&
+        (mask == nullptr || isPacked(maskStride, 1))) {
+        width = static_cast<uint32_t>(pixels);
+        height = height == 0 ? 0 : 1;
+    }
     const auto eachRow = [&](auto row) {
         for (int64_t y = 0; y < height; ++y)
             row(bytes(out) + y * outStride, bytes(a) + y * aStride, bytes(b) + y * bStride,

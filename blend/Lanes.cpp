@@ -105,29 +105,35 @@ struct Weights {
     Words evens, odds;
 };
 
-// What becomes of the colours: three ways to combine, each on even and odd bytes.
+// The bytes that are colours: all bits there, none in alphas; and the same of the odd ones alone.
+struct Colours {
+    Bytes all;
+    Words odds;
+};
+
+// What becomes of the colours: three ways to combine, each on even and odd bytes. Alphas come out as 0.
 template <class Function>
 struct Mixed {
     static Words sum(Words first, Words c, Words b, Words w, Words opacity) {
         return Function::of(first, b, opacity) * w + c * (255 - w) + 255;
     }
-    static Bytes of(Bytes first, Bytes c, Bytes b, Weights w, Words opacity) {
+    static Bytes of(Bytes first, Bytes c, Bytes b, Weights w, const Colours &colours, Words opacity) {
         const Words evens = sum(even(first), even(c), even(b), w.evens, opacity);
         const Words odds = sum(odd(first), odd(c), odd(b), w.odds, opacity);
-        return (Bytes)(evens >> 8 | (odds & 0xFF00));
+        return (Bytes)(evens >> 8 | (odds & colours.odds));
     }
     static constexpr bool sumsAlphas = false;
 };
 struct Copied {
-    static Bytes of(Bytes, Bytes, Bytes b, Weights, Words) { return b; }
+    static Bytes of(Bytes, Bytes, Bytes b, Weights, const Colours &colours, Words) { return b & colours.all; }
     static constexpr bool sumsAlphas = false;
 };
 struct Summed {
     // A sum of 65536 wraps to 0, of which the byte is the same.
     static Words sum(Words c, Words b, Words w) { return (b + 1) * w + c + 1; }
-    static Bytes of(Bytes, Bytes c, Bytes b, Weights w, Words) {
+    static Bytes of(Bytes, Bytes c, Bytes b, Weights w, const Colours &colours, Words) {
         const Words evens = sum(even(c), even(b), w.evens), odds = sum(odd(c), odd(b), w.odds);
-        return (Bytes)(evens >> 8 | (odds & 0xFF00));
+        return (Bytes)(evens >> 8 | (odds & colours.odds));
     }
     static constexpr bool sumsAlphas = true;
 };
@@ -178,29 +184,31 @@ inline Longs foldedAlpha(Bytes first, Bytes b, const uint8_t *mask) {
 template <class Combination, LaneWeight weighing>
 struct Body {
     const Words opacity;
-    const Longs weightOpacity, colours;
+    const Longs weightOpacity;
+    const Colours colours;
 
     explicit Body(const LaneInputs &in)
         : opacity(splat(in.opacity)), weightOpacity(Longs{} + static_cast<uint32_t>(in.weightOpacity)),
-          colours(Longs{} + (in.hasAlpha ? colourBytes : ~0u)) {}
+          colours(in.hasAlpha ? Colours{(Bytes)(Longs{} + colourBytes), (Words)(Longs{} + 0x0000FF00u)}
+                              : Colours{(Bytes)(Longs{} + ~0u), splat(0xFF00)}) {}
 
     // `weight` points to the weights of the lanes, or to the mask of the pixels.
     Bytes operator()(Bytes first, Bytes c, Bytes b, const uint8_t *weight) const {
         if constexpr (weighing == LaneWeight::told) {
             const Bytes w = load(weight);
-            const auto made = (Longs)Combination::of(first, c, b, {even(w), odd(w)}, opacity);
-            return (Bytes)((made & colours) | ((Longs)larger(first, w) & ~colours));
+            return Combination::of(first, c, b, {even(w), odd(w)}, colours, opacity) |
+                   (larger(first, w) & ~colours.all);
         } else {
             const Longs x = foldedAlpha<weighing>(first, b, weight);
             const Longs w = ((Longs)((Words)x * (Words)weightOpacity) + weightOpacity) >> 8;
             const auto both = (Words)(w | w << 16);
-            const auto made = (Longs)Combination::of(first, c, b, {both, both}, opacity);
-            Longs alpha = (Longs)larger(first, (Bytes)(w << 24)) & ~colourBytes;
+            const Bytes made = Combination::of(first, c, b, {both, both}, colours, opacity);
             if constexpr (Combination::sumsAlphas) {
                 const Longs other = ((Longs)first >> 24) + 1;
-                alpha = ((Longs)((Words)other * (Words)w) + x + 1) >> 8 << 24;
+                return made | (Bytes)(((Longs)((Words)other * (Words)w) + x + 1) >> 8 << 24);
+            } else {
+                return made | (larger(first, (Bytes)(w << 24)) & ~colours.all);
             }
-            return (Bytes)((made & colourBytes) | alpha);
         }
     }
 };
@@ -211,22 +219,25 @@ void walk(uint8_t *out, const LaneInputs &in, size_t lanes) {
     constexpr bool masked =
         weighing == LaneWeight::alphaMaskedOnce || weighing == LaneWeight::alphaMaskedTwice;
     const Body<Combination, weighing> body(in);
-    // Where nothing is read of it, any address will do.
-    const auto weightAt = [&](size_t i) { return told ? in.weight + i : masked ? in.mask + i / 4 : in.b; };
+    // In variables of their own, which no store can change.
+    const uint8_t *const first = in.first, *const c = in.c, *const b = in.b;
+    const uint8_t *const weight = told ? in.weight : masked ? in.mask : in.b; // the last is not read
+    const auto weightAt = [&](size_t i) { return weight + (masked ? i / 4 : i); };
     size_t i = 0;
     for (; i + vectorBytes <= lanes; i += vectorBytes)
-        store(out + i, body(load(in.first + i), load(in.c + i), load(in.b + i), weightAt(i)));
+        store(out + i, body(load(first + i), load(c + i), load(b + i), weightAt(i)));
     if (i == lanes)
         return;
-    uint8_t first[vectorBytes] = {}, c[vectorBytes] = {}, b[vectorBytes] = {}, w[vectorBytes] = {};
+    struct Tail {
+        uint8_t bytes[vectorBytes] = {};
+        Tail(const uint8_t *from, size_t count) { __builtin_memcpy(bytes, from, count); }
+    };
     const size_t rest = lanes - i;
-    __builtin_memcpy(first, in.first + i, rest);
-    __builtin_memcpy(c, in.c + i, rest);
-    __builtin_memcpy(b, in.b + i, rest);
-    if (told)
-        __builtin_memcpy(w, in.weight + i, rest);
-    store(first, body(load(first), load(c), load(b), told ? w : weightAt(i)));
-    __builtin_memcpy(out + i, first, rest);
+    const Tail tailFirst(first + i, rest), tailC(c + i, rest), tailB(b + i, rest);
+    Tail last(weightAt(i), told ? rest : 0);
+    store(last.bytes,
+          body(load(tailFirst.bytes), load(tailC.bytes), load(tailB.bytes), told ? last.bytes : weightAt(i)));
+    __builtin_memcpy(out + i, last.bytes, rest);
 }
 
 template <class Combination>

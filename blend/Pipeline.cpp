@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "blend/Function.h"
 #include "blend/Reference.h"
@@ -86,13 +87,6 @@ Pipeline::Pipeline(const Plan &plan, bool masked, uint32_t width)
       weighing_(weighingOf(plan, masked)) {
     const size_t longest = std::min<size_t>(run, width);
     const ModeTraits &mode = *plan.mode;
-    const uint8_t written[4] = {static_cast<uint8_t>(plan.rule.components & 1 ? 255 : 0),
-                                static_cast<uint8_t>(plan.rule.components & 2 ? 255 : 0),
-                                static_cast<uint8_t>(plan.rule.components & 4 ? 255 : 0),
-                                static_cast<uint8_t>(plan.rule.alpha != AlphaRule::untouched ? 255 : 0)};
-    repeat(writtenLanes_.bytes, written, step_, longest);
-    if (!masked)
-        std::memset(gateLanes_.bytes, 255, longest * step_);
     if (mode.family == Family::fixed || mode.family == Family::constant) {
         const uint8_t alpha = plan.rule.alpha == AlphaRule::opaque ? 255 : static_cast<uint8_t>(plan.opacity);
         const uint8_t pixel[4] = {step_ == 1 ? mode.single : mode.colour[0], mode.colour[1], mode.colour[2],
@@ -211,7 +205,21 @@ void Pipeline::makeAlphas(const Run &run) {
     forms_.userColor(alphas_.bytes, in, run.pixels);
 }
 
+// The lanes that the rule lets through, and an open gate for the case that nothing closes it.
+void Pipeline::prepareSelection() {
+    const Rule &rule = plan_.rule;
+    const auto lane = [](bool written) { return static_cast<uint8_t>(written ? 255 : 0); };
+    const uint8_t written[4] = {lane((rule.components & 1) != 0), lane((rule.components & 2) != 0),
+                                lane((rule.components & 4) != 0), lane(rule.alpha != AlphaRule::untouched)};
+    repeat(writtenLanes_.bytes, written, step_, run);
+    if (!masked_)
+        std::memset(gateLanes_.bytes, 255, sizeof gateLanes_.bytes);
+    selectionIsPrepared_ = true;
+}
+
 void Pipeline::select(const Run &run, const uint8_t *result, const uint8_t *weight) {
+    if (!selectionIsPrepared_)
+        prepareSelection();
     const uint8_t *gate = skipsAtZero_ ? weight
                           : masked_    ? spread(gateLanes_, run.mask, false, run.pixels)
                                        : gateLanes_.bytes;
@@ -226,9 +234,7 @@ const uint8_t *Pipeline::inLayout(Layout layout, Lanes &buffer, const uint8_t *p
     if (layout == out)
         return pixels;
     if (out == Layout::a) {
-        const size_t step = stepOf(layout);
-        for (size_t i = 0; i < count; ++i)
-            buffer.bytes[i] = pixels[i * step + component];
+        forms_.component(buffer.bytes, pixels, stepOf(layout), component, count);
     } else if (out == Layout::rgb) {
         (layout == Layout::a ? forms_.spread3 : forms_.rgbaToRgb)(buffer.bytes, pixels, count);
     } else {
@@ -248,8 +254,7 @@ const uint8_t *Pipeline::firstLanes(const Run &run, const uint8_t *c) {
         return first_.bytes;
     }
     Plane component;
-    for (size_t i = 0; i < run.pixels; ++i)
-        component.bytes[i] = c[3 * i];
+    forms_.component(component.bytes, c, 3, 0, run.pixels);
     forms_.spread3(first_.bytes, component.bytes, run.pixels);
     return first_.bytes;
 }
@@ -318,7 +323,7 @@ const uint8_t *Pipeline::fromRgba(const Lanes &rgba, size_t count) {
 
 const uint8_t *Pipeline::alphaPlane(Layout layout, Plane &buffer, const uint8_t *pixels, size_t count) {
     if (layout == Layout::rgba)
-        forms_.alphas(buffer.bytes, pixels, count);
+        forms_.component(buffer.bytes, pixels, 4, 3, count);
     else
         std::memset(buffer.bytes, 255, count);
     return buffer.bytes;

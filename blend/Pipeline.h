@@ -51,6 +51,7 @@ private:
     void blendFixed(const Run &run);
     void combine(const Run &run, LaneInputs in, uint8_t *result);
     void makeAlphas(const Run &run);
+    void prepareSelection();
     void select(const Run &run, const uint8_t *result, const uint8_t *weight);
 
     const uint8_t *inLayout(Layout layout, Lanes &buffer, const uint8_t *pixels, size_t count,
@@ -70,10 +71,11 @@ private:
     const Plan &plan_;
     const VectorForms &forms_;
     const bool masked_;
-    const size_t step_;                        // bytes of a pixel of the result
-    const bool writesAll_;                     // every byte of a pixel that is written at all
-    const bool skipsAtZero_;                   // a weight of 0 leaves the pixel alone
-    const LaneWeight weighing_;                // how the lane functions can make weights on the way
+    const size_t step_;         // bytes of a pixel of the result
+    const bool writesAll_;      // every byte of a pixel that is written at all
+    const bool skipsAtZero_;    // a weight of 0 leaves the pixel alone
+    const LaneWeight weighing_; // how the lane functions can make weights on the way
+    bool selectionIsPrepared_ = false;
     const uint8_t *constantWeights_ = nullptr; // lanes, where one weight holds for the whole call
 
     Lanes a_, first_, b_, made_, rgbaA_, rgbaB_, weightLanes_, gateLanes_, writtenLanes_, colourLanes_;

@@ -13,9 +13,17 @@ inline void forEachVector(uint8_t *plane, size_t bytes, Step step) {
         store(plane + i, step(i));
 }
 
-void alphas(uint8_t *plane, const uint8_t *rgba, size_t pixels) {
+template <size_t step>
+void everyByte(uint8_t *plane, const uint8_t *bytes, size_t pixels) {
     for (size_t i = 0; i < pixels; ++i)
-        plane[i] = rgba[4 * i + 3];
+        plane[i] = bytes[step * i];
+}
+
+void component(uint8_t *plane, const uint8_t *pixels, size_t step, size_t number, size_t count) {
+    if (step == 3)
+        everyByte<3>(plane, pixels + number, count);
+    else
+        everyByte<4>(plane, pixels + number, count);
 }
 
 void fold(uint8_t *plane, const uint8_t *alpha, const uint8_t *mask, size_t pixels) {
@@ -180,7 +188,7 @@ void rgbaToRgb(uint8_t *rgb, const uint8_t *rgba, size_t pixels) {
 } // namespace
 
 void addPlaneForms(VectorForms &forms) {
-    forms.alphas = alphas;
+    forms.component = component;
     forms.fold = fold;
     forms.smaller = smallerPlane;
     forms.weights = weights;

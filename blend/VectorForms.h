@@ -53,9 +53,10 @@ struct VectorForms {
     void (*select)(uint8_t *out, const uint8_t *result, const uint8_t *gate, const uint8_t *written,
                    size_t lanes);
 
-    // ---- Planes; all buffers are padded, but for the pixels that alphas reads ----
+    // ---- Planes; all buffers are padded, but for the pixels that a component is taken from ----
 
-    void (*alphas)(uint8_t *plane, const uint8_t *rgba, size_t pixels);
+    // One component of pixels of three or four bytes.
+    void (*component)(uint8_t *plane, const uint8_t *pixels, size_t step, size_t number, size_t count);
     void (*fold)(uint8_t *plane, const uint8_t *alpha, const uint8_t *mask, size_t pixels);
     void (*smaller)(uint8_t *plane, const uint8_t *other, size_t pixels);
     void (*weights)(uint8_t *plane, const uint8_t *alpha, int opacity, size_t pixels);

@@ -36,30 +36,27 @@ private:
     VectorLevel before_ = VectorLevel::baseline;
 };
 
-// A picture in the middle of guard bytes, at any alignment, with rows in either direction.
+// A picture in the middle of guard bytes, at any alignment, with rows in either direction and a gap between
+// them, or packed.
 struct Picture {
     int step;
     int32_t stride;
     std::vector<uint8_t> memory;
     size_t start;
 
-    Picture(Random &random, int bytes, uint32_t width, uint32_t height) : step(bytes) {
-        const int32_t row = static_cast<int32_t>(width) * bytes + random.integer(0, 9);
+    Picture(Random &random, int bytes, uint32_t width, uint32_t height, bool packed) : step(bytes) {
+        const int32_t row = static_cast<int32_t>(width) * bytes + (packed ? 0 : random.integer(0, 9));
         const auto lead = static_cast<size_t>(random.integer(0, 67));
         memory.resize(lead + static_cast<size_t>(row) * height + 70);
         for (uint8_t &byte : memory)
             byte = random.byte();
-        const bool upward = random.coin();
+        const bool upward = !packed && random.coin();
         stride = upward ? -row : row;
         start = lead + (upward && height > 0 ? static_cast<size_t>(row) * (height - 1) : 0);
     }
     uint8_t *first() { return memory.data() + start; }
     uint8_t *row(uint32_t y) { return first() + int64_t{stride} * y; }
 };
-
-int32_t typeOfLayout(int layout) {
-    return layout;
-}
 
 void byRule(const LxBlend &blend, Cell cell, Picture &out, Picture &a, Picture &b, Picture *mask,
             uint32_t width, uint32_t height) {
@@ -70,9 +67,8 @@ void byRule(const LxBlend &blend, Cell cell, Picture &out, Picture &a, Picture &
 
 void byKernel(const LxBlend &blend, Cell cell, Picture &out, Picture &a, Picture &b, Picture *mask,
               uint32_t width, uint32_t height) {
-    const auto kernel = LxBlend_SelectMapBlendFunction(typeOfLayout(static_cast<int>(cell.out)),
-                                                       typeOfLayout(static_cast<int>(cell.a)),
-                                                       typeOfLayout(static_cast<int>(cell.b)));
+    const auto kernel = LxBlend_SelectMapBlendFunction(
+        static_cast<int32_t>(cell.out), static_cast<int32_t>(cell.a), static_cast<int32_t>(cell.b));
     kernel(&blend, out.first(), a.first(), b.first(), mask != nullptr ? mask->first() : nullptr, out.stride,
            a.stride, b.stride, mask != nullptr ? mask->stride : 0, width, height);
 }
@@ -80,8 +76,10 @@ void byKernel(const LxBlend &blend, Cell cell, Picture &out, Picture &a, Picture
 // One call in both forms, from the same memory and the same place in the random sequence.
 void expectAgreement(Random &random, const LxBlend &blend, Cell cell, bool masked, uint32_t width,
                      uint32_t height) {
-    Picture out(random, bytesOf(cell.out), width, height), a(random, bytesOf(cell.a), width, height);
-    Picture b(random, bytesOf(cell.b), width, height), mask(random, 1, width, height);
+    const bool packed = random.integer(0, 2) == 0;
+    const auto make = [&](int bytes) { return Picture(random, bytes, width, height, packed); };
+    Picture out = make(bytesOf(cell.out)), a = make(bytesOf(cell.a)), b = make(bytesOf(cell.b)),
+            mask = make(1);
     const bool inPlace = cell.out == cell.a && random.coin();
     const unsigned seed = random.word();
     Picture expected = out;
