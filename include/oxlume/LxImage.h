@@ -12,6 +12,7 @@
 #define OXLUME_LXIMAGE_H
 
 #include <oxlume/LxBase.h>
+#include <oxlume/LxBlend.h>
 #include <oxlume/LxColor.h>
 #include <oxlume/LxPixelType.h>
 #include <oxlume/LxPoint.h>
@@ -166,6 +167,79 @@ LX_API int32_t LxImage_PixelAt(const LxImage *image, int32_t x, int32_t y, LxCol
 /* Stores the colour's bytes as they stand, by the image's type and whatever the colour's. Answers 1, or 0
  * outside. */
 LX_API int32_t LxImage_SetPixelAt(LxImage *image, int32_t x, int32_t y, LxColor color);
+
+/* Blends a colour into a pixel, which is both the destination and the first source. Answers 1, or 0 outside
+ * and where no kernel has these types. */
+LX_API int32_t LxImage_BlendPixelAt(LxImage *image, int32_t x, int32_t y, LxColor color, LxBlend blend);
+
+/* ---- Whole images ----
+ *
+ * All work in place on the stored rows. A colour is stored by its bytes as they stand: the first, the first
+ * three or all four, by the image's type and whatever the colour's. */
+
+/* Stores the colour in every pixel; bytes between rows stay. */
+LX_API void LxImage_Fill(LxImage *image, LxColor color);
+
+/* Zeroes all rows, and the bytes between them. */
+LX_API void LxImage_Clear(LxImage *image);
+
+/* A new image with pixels of its own, or null: the same type, rectangle, flip, segments and tiles, the
+ * `empty` mark set. Where the image has a context the copy has one too. */
+LX_API LxImage *LxImage_Copy(const LxImage *image);
+
+/* Brightens colours of one, three or four straight bytes by `amount`, 0 to 1 of full scale and clamped to
+ * that, saturating. On purpose, amounts from 0.998046875 up add nothing: 256 wraps to 0. */
+LX_API void LxImage_Add(LxImage *image, double amount);
+
+/* Multiplies colours by alpha and `opacity` in 256ths and makes a straight image a premultiplied one; alpha
+ * stays as it is. Images of three bytes are multiplied by `opacity` unless that is 255, images of one byte
+ * always, and on purpose each rounds its own way: a byte of 255 at 255 becomes 254. Other types are left
+ * alone. */
+LX_API void LxImage_PremultiplyAlpha(LxImage *image, uint8_t opacity);
+
+/* Blends a colour into every pixel. Nothing where no kernel has these types. */
+LX_API void LxImage_BlendColor(LxImage *image, LxColor color, LxBlend blend);
+
+/* Stores the colour in a run of row `y`, both ends included, in either order and clipped to the image.
+ * Answers 1, or 0 where the run lies outside; a run that begins at the width, just outside, answers 1. */
+LX_API int32_t LxImage_SetSpan(LxImage *image, int32_t x0, int32_t x1, int32_t y, LxColor color);
+
+/* Draws the border of the image, one pixel wide, in the colour 128, 128, 255, 255. */
+LX_API void LxImage_Frame(LxImage *image);
+
+/* Stores `first` in the pixels where x & mask and y & mask are both 0 or both not, and `second` in the
+ * others: a mask of one bit gives squares of that size. For types of bytes only. */
+LX_API void LxImage_GenerateChequerboard(LxImage *image, int32_t mask, LxColor first, LxColor second);
+
+/* ---- Flips ----
+ *
+ * A rectangle is in the image's own coordinates and is clipped to it. The mark that rows are stored bottom-up
+ * is not touched. */
+
+/* Mirrors left and right. A segmented image is left alone; a tiled one is flipped in its top-left corner, at
+ * the size of the current tile. */
+LX_API void LxImage_FlipHorizontal(LxImage *image);
+LX_API void LxImage_FlipHorizontalinRect(LxImage *image, int32_t x0, int32_t y0, int32_t x1, int32_t y1);
+
+/* Mirrors top and bottom. On purpose, a rectangle that begins above the image pairs rows further down. */
+LX_API void LxImage_FlipVertical(LxImage *image);
+LX_API void LxImage_FlipVerticalinRect(LxImage *image, int32_t x0, int32_t y0, int32_t x1, int32_t y1);
+
+/* Reverses the pixels as one long run through memory, whatever the rectangle. On purpose, with pixels of one
+ * and three bytes the run is taken to end at the first pixel of the last row. */
+LX_API void LxImage_Flip(LxImage *image);
+LX_API void LxImage_FlipinRect(LxImage *image, int32_t x0, int32_t y0, int32_t x1, int32_t y1);
+
+/* ---- Reserved ----
+ *
+ * Entry points without effect, kept so that clients link. */
+
+LX_API void LxImage_Distort(LxImage *image);
+LX_API void LxImage_Convolve(LxImage *image);
+LX_API void LxImage_Blur(LxImage *image);
+LX_API LxImage *LxImage_Resize(LxImage *image); /* Answers its argument. */
+LX_API int32_t LxImage_BlendSpan(LxImage *image, int32_t x0, int32_t x1, int32_t y, LxColor color,
+                                 LxBlend blend); /* Answers 0. */
 
 LX_END_DECLS
 

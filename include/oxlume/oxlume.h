@@ -3,12 +3,16 @@
 #define OXLUME_OXLUME_H
 
 #include <oxlume/LxBase.h>
+#include <oxlume/LxBlend.h>
 #include <oxlume/LxColor.h>
+#include <oxlume/LxCubicBezier.h>
 #include <oxlume/LxImage.h>
 #include <oxlume/LxLibrary.h>
 #include <oxlume/LxLine.h>
 #include <oxlume/LxMatrix.h>
 #include <oxlume/LxMem.h>
+#include <oxlume/LxPath.h>
+#include <oxlume/LxPathIterator.h>
 #include <oxlume/LxPixelType.h>
 #include <oxlume/LxPoint.h>
 #include <oxlume/LxRect.h>
