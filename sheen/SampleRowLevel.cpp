@@ -560,11 +560,13 @@ void sample(const SheenValues &s, SampleRow &target) {
     }
     RowState state = {certaintyOf(s), NAN, NAN, {}};
     const Doubles y = all(row.y);
-    int x = 0;
-    for (; x + doubleLanes <= row.count; x += doubleLanes)
+    for (int x = 0; x + doubleLanes <= row.count; x += doubleLanes)
         sampleSome<kind, shaped, noisy>(s, state, row, y, x, doubleLanes);
-    if (x < row.count)
-        sampleSome<kind, shaped, noisy>(s, state, row, y, x, row.count - x);
+    // The last pixels in a whole vector too, if there is room: some are sampled twice, to the same result.
+    if (row.count < doubleLanes)
+        sampleSome<kind, shaped, noisy>(s, state, row, y, 0, row.count);
+    else if (row.count % doubleLanes != 0)
+        sampleSome<kind, shaped, noisy>(s, state, row, y, row.count - doubleLanes, doubleLanes);
     target = row;
 }
 
