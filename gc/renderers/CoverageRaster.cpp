@@ -117,7 +117,7 @@ const RasterForm coverageForm = {restart, addEdge, fill, createStore, LxMem_free
 
 void fillCoverage(LxRaster &raster, LxImage &image, const LxBlend &blend, LxShader &shader,
                   FillMethod method) {
-    if (samplesOf(raster).count == 0)
+    if (samplesOf(raster).isEmpty())
         return;
     const LxColor color = beginFill(raster, shader);
     const LxPixelBlendFunction kernel =

@@ -88,6 +88,10 @@ RowCells &sharedCells() {
     return store->cells;
 }
 
+bool SampleList::isEmpty() const {
+    return count == 0 || store == nullptr;
+}
+
 void SampleList::addEdge(double x0, double y0, double x1, double y1) {
     int64_t fromX = truncateToInt32(x0 * subpixels), toX = truncateToInt32(x1 * subpixels);
     int64_t fromY = truncateToInt32(y0 * quarters), toY = truncateToInt32(y1 * quarters);
@@ -135,7 +139,7 @@ std::span<const uint32_t> SampleList::sort() {
 }
 
 SampleRows::SampleRows(const SampleList &list) {
-    if (store == nullptr || list.count == 0)
+    if (list.isEmpty())
         return;
     end_ = store->samples + list.count;
     Run *runEnd = store->runs;

@@ -14,6 +14,9 @@ struct SampleList {
     int32_t count;
     bool sorted;
 
+    // Also while there is no store: the samples went with it.
+    bool isEmpty() const;
+
     // Adds the samples of an edge, in pixels.
     void addEdge(double x0, double y0, double x1, double y1);
 
@@ -48,7 +51,7 @@ private:
     int32_t first_ = 0, last_ = -1;
 };
 
-// The cells of a row, all empty, for the use of one fill.
+// The cells of a row, all empty, for the use of one fill. Only while there is a store.
 RowCells &sharedCells();
 
 } // namespace lx
