@@ -172,10 +172,9 @@ TEST(OpenGLRenderer, PutsTheMatrixIntoTheProjection) {
     const RendererHandle renderer(LxRenderer_Create(gc.get(), 3, nullptr));
     GLRecorder recorder;
     renderer->setMatrix(renderer.get(), LxMatrix{10, 11, 12, 13, 14, 15, 16, 17, 18});
-    EXPECT_EQ(recorder.take(),
-              projection(31, 21, 31, 21) +
-                  GLCalls{glCall("glMultMatrixd", "", 10, "", 13, "", 16, "", 0, "", 11, "", 14, "", 17, "",
-                                 0, "", 0, "", 0, "", 1, "", 0, "", 12, "", 15, "", 18, "", 1)});
+    const GLCalls columns = {
+        glCall("glMultMatrixd", 10, 13, 16, 0, 11, 14, 17, 0, 0, 0, 1, 0, 12, 15, 18, 1)};
+    EXPECT_EQ(recorder.take(), projection(31, 21, 31, 21) + columns);
 }
 
 TEST(OpenGLRenderer, IsToldOfEveryChangeOfTheMatrixButTheOrigin) {
@@ -282,7 +281,7 @@ TEST(OpenGLRenderer, ClipsStrokesAlone) {
     GLCalls drawn = recorder.take();
     drawn.erase(drawn.begin(), drawn.begin() + 2);
     // The line's ribbon is 1 high; its right end lies on the clip's border.
-    EXPECT_EQ(countOf(drawn, "glVertex2d") + countOf(drawn, "gluTessVertex") > 0, true);
+    EXPECT_GE(countOf(drawn, "gluTessVertex"), 4);
     for (const std::string &call : drawn) {
         std::istringstream text(call);
         std::string name;
