@@ -288,7 +288,7 @@ TEST(CoverageFill, AsksForColoursInOrderOfPainting) {
 // naive one does.
 TEST(CoverageFill, PaintsWhatTheNaiveWayPaints) {
     Random random;
-    for (int round = 0; round < 3000; ++round) {
+    for (int round = 0; round < 1500; ++round) {
         const int32_t width = random.integer(1, 60), height = random.integer(6, 30); // not inside its record
         const ImageHandle expected = makeImage(random.integer(0, 5), width, height, random.coin());
         randomise(random, expected);

@@ -97,7 +97,7 @@ TEST(Samples, EndWithTheStore) {
 
 TEST(Samples, AgreeWithTheStepsOneByOne) {
     Random random;
-    for (int round = 0; round < 400; ++round) {
+    for (int round = 0; round < 200; ++round) {
         SampleList list = {};
         NaiveShape naive;
         const double range = round % 4 == 0 ? 3000 : round % 4 == 1 ? 3 : 200;
@@ -119,7 +119,7 @@ TEST(SampleRowsTest, GiveEachRowsSums) {
         int32_t rise = 0, fall = 0, winding = 0;
         bool operator==(const Sums &) const = default;
     };
-    for (int round = 0; round < 100; ++round) {
+    for (int round = 0; round < 20; ++round) {
         SampleList list = {};
         for (int i = random.integer(1, 30); i > 0; --i)
             list.addEdge(random.real(-5, 2000), random.real(-5, 300), random.real(0, 2000),
