@@ -20,6 +20,8 @@
 
 LX_BEGIN_DECLS
 
+struct _cairo_surface; /* cairo_surface_t */
+
 typedef struct CGContext *CGContextRef;
 typedef struct CGImage *CGImageRef;
 typedef struct CGDataProvider *CGDataProviderRef;

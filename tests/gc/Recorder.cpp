@@ -145,7 +145,7 @@ void end() {
     RecordingKinds::libraryCalls.push_back(std::string("end ") + Family);
 }
 
-constexpr RendererKind software = {createAll, remove, start<'S'>, end<'S'>};
+constexpr RendererKind recordingSoftware = {createAll, remove, start<'S'>, end<'S'>};
 constexpr RendererKind all = {createAll, remove, start<'O'>, end<'O'>};
 constexpr RendererKind basics = {createBasics, remove, start<'Q'>, end<'Q'>};
 
@@ -153,10 +153,12 @@ constexpr RendererKind basics = {createBasics, remove, start<'Q'>, end<'Q'>};
 
 Calls RecordingKinds::libraryCalls;
 
-RecordingKinds::RecordingKinds()
-    : replaced_{registerRendererKind(RendererFamily::software, &software),
+RecordingKinds::RecordingKinds(bool software)
+    : replaced_{registerRendererKind(RendererFamily::software, &recordingSoftware),
                 registerRendererKind(RendererFamily::openGL, &all),
                 registerRendererKind(RendererFamily::quartz, &basics)} {
+    if (!software)
+        registerRendererKind(RendererFamily::software, replaced_[0]);
     libraryCalls.clear();
 }
 

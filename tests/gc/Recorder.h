@@ -21,12 +21,13 @@ struct Recorder {
 
 using Calls = std::vector<std::string>;
 
-// While it lives, kinds 0 to 5 record every slot, and kind 6 has the defaults and records `pixel` and `path`
+// While it lives, kinds 3 to 5 record every slot, and kind 6 has the defaults and records `pixel` and `path`
 // alone. All take a Recorder as their target. The library's starts and ends come to `libraryCalls`, with S, O
 // and Q for the three families.
 class RecordingKinds {
 public:
-    RecordingKinds();
+    // With `software` kinds 0 to 2 record every slot too; no context on an image may then be deleted.
+    explicit RecordingKinds(bool software = false);
     ~RecordingKinds();
     RecordingKinds(const RecordingKinds &) = delete;
     RecordingKinds &operator=(const RecordingKinds &) = delete;

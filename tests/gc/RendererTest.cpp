@@ -19,7 +19,7 @@ const RendererKind *none(RendererFamily family) {
 } // namespace
 
 TEST(RendererCreate, KnowsTheNumbersZeroToSix) {
-    const RecordingKinds kinds;
+    const RecordingKinds kinds(true);
     Recorder recorder;
     const ContextHandle gc(LxGC_Create());
     for (int32_t kind = 0; kind <= 6; ++kind) {
@@ -36,7 +36,7 @@ TEST(RendererCreate, KnowsTheNumbersZeroToSix) {
 }
 
 TEST(RendererCreate, FailsForAFamilyThatIsNotInTheLibrary) {
-    const RecordingKinds kinds;
+    const RecordingKinds kinds(true);
     Recorder recorder;
     const RendererKind *quartz = none(RendererFamily::quartz);
     EXPECT_EQ(LxRenderer_Create(nullptr, 6, &recorder), nullptr);
@@ -44,7 +44,7 @@ TEST(RendererCreate, FailsForAFamilyThatIsNotInTheLibrary) {
 }
 
 TEST(RendererCreate, GivesBackTheRecordWhenTheKindRefuses) {
-    const RecordingKinds kinds;
+    const RecordingKinds kinds(true);
     Recorder recorder;
     recorder.refuses = true;
     const int32_t before = allocationCount();
@@ -54,7 +54,7 @@ TEST(RendererCreate, GivesBackTheRecordWhenTheKindRefuses) {
 }
 
 TEST(RendererDelete, LeavesNullAndUnknownKindsAlone) {
-    const RecordingKinds kinds;
+    const RecordingKinds kinds(true);
     Recorder recorder;
     LxRenderer_Delete(nullptr);
     LxRenderer *renderer = LxRenderer_Create(nullptr, 5, &recorder);
@@ -67,7 +67,7 @@ TEST(RendererDelete, LeavesNullAndUnknownKindsAlone) {
 }
 
 TEST(RendererKinds, StartAndEndInTheirTwoOrders) {
-    const RecordingKinds kinds;
+    const RecordingKinds kinds(true);
     EXPECT_EQ(Oxlume_Init(), 1);
     EXPECT_EQ(Oxlume_Init(), 1); // Once.
     EXPECT_EQ(std::exchange(RecordingKinds::libraryCalls, {}), (Calls{"start Q", "start O", "start S"}));
@@ -77,7 +77,7 @@ TEST(RendererKinds, StartAndEndInTheirTwoOrders) {
 }
 
 TEST(RendererKinds, ThatAreMissingAreSteppedOver) {
-    const RecordingKinds kinds;
+    const RecordingKinds kinds(true);
     const RendererKind *quartz = none(RendererFamily::quartz);
     Oxlume_Init();
     Oxlume_Term();

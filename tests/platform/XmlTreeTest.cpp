@@ -1,12 +1,11 @@
 #include "platform/XmlTree.h"
 
-#include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <string>
 
 #include <gtest/gtest.h>
-#include <unistd.h>
+
+#include "tests/support/TemporaryFolder.h"
 
 using namespace lx;
 
@@ -14,14 +13,13 @@ namespace {
 
 class XmlTreeFile : public testing::Test {
 protected:
-    void TearDown() override { std::filesystem::remove(file_); }
-
     const char *store(const std::string &text) {
-        std::ofstream(file_, std::ios::binary) << text;
+        lx::test::writeFile(file_, text);
         return file_.c_str();
     }
 
-    std::string file_ = testing::TempDir() + "oxlume a%41 " + std::to_string(getpid()) + ".xml";
+    lx::test::TemporaryFolder folder_;
+    std::string file_ = folder_ / "a%41 b.xml";
 };
 
 } // namespace
@@ -84,7 +82,7 @@ TEST_F(XmlTreeFile, UrlsAreUnescapedAndPathsAreNot) {
 TEST_F(XmlTreeFile, OnlyWellFormedFilesHaveATree) {
     for (const char *text : {"", "text", "<a>", "<a></b>", "<a", "<a b='", "</a>", "<!-- x"})
         EXPECT_FALSE(XmlTree(store(text)).root()) << text;
-    EXPECT_FALSE(XmlTree(testing::TempDir().c_str()).root());
+    EXPECT_FALSE(XmlTree(folder_.path().c_str()).root());
     EXPECT_FALSE(XmlTree("/dev/zero").root());
 }
 

@@ -1,0 +1,139 @@
+// `oxlume svg`: pictures from SVG files.
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <oxlume/LxGC.h>
+
+#include "platform/XmlNumber.h"
+#include "platform/XmlTree.h"
+#include "svg/SvgReader.h"
+#include "svg/SvgScanner.h"
+#include "tools/Command.h"
+#include "tools/PngFile.h"
+
+namespace tool {
+namespace {
+
+// The rasteriser's coordinates go no further.
+constexpr int largestSide = 2048;
+
+struct Size {
+    int width, height;
+};
+
+// The size of a file that tells none.
+constexpr Size ordinarySize = {512, 512};
+
+struct SvgOptions {
+    std::string input, output, size, background;
+    bool subset = false;
+};
+
+// The numbers of a text that are separated by `separator`; none if it is not made of numbers.
+std::vector<int> numbersIn(std::string_view text, char separator) {
+    std::vector<int> numbers;
+    for (const char *p = text.data(), *end = p + text.size();;) {
+        int number = 0;
+        const auto [next, error] = std::from_chars(p, end, number);
+        if (error != std::errc())
+            return {};
+        numbers.push_back(number);
+        if (next == end)
+            return numbers;
+        if (*next != separator)
+            return {};
+        p = next + 1;
+    }
+}
+
+Size sizeFrom(const std::string &text) {
+    const std::vector<int> sides = numbersIn(text, 'x');
+    if (sides.size() != 2 || std::min(sides[0], sides[1]) < 1 || std::max(sides[0], sides[1]) > largestSide)
+        throw Failure("--size: not WIDTHxHEIGHT of 1 to " + std::to_string(largestSide) + ": \"" + text +
+                      "\"");
+    return {sides[0], sides[1]};
+}
+
+LxColor colorFrom(const std::string &text) {
+    std::vector<int> parts = numbersIn(text, ',');
+    if (parts.size() == 3)
+        parts.push_back(255);
+    const auto isByte = [](int part) { return part >= 0 && part <= 255; };
+    if (parts.size() != 4 || !std::all_of(parts.begin(), parts.end(), isByte))
+        throw Failure("--background: not R,G,B or R,G,B,A of 0 to 255: \"" + text + "\"");
+    const auto byte = [&](size_t i) { return static_cast<uint8_t>(parts[i]); };
+    return LxColor_RGBA(byte(0), byte(1), byte(2), byte(3));
+}
+
+bool isSide(double side) {
+    return side >= 1 && side <= largestSide;
+}
+
+// The size that the root tells by its width and height, or else by its view box.
+Size sizeOf(const lx::XmlNode &document) {
+    double width = 0, height = 0, boxWidth = 0, boxHeight = 0;
+    lx::XmlNode root = document.firstChild();
+    while (root && root.type() != lx::XmlNode::element)
+        root = root.next();
+    if (!root)
+        return ordinarySize;
+    for (lx::XmlAttribute attribute = root.firstAttribute(); attribute; attribute = attribute.next()) {
+        if (std::strcmp(attribute.name(), "width") == 0) {
+            width = lx::leadingNumber(attribute.value());
+        } else if (std::strcmp(attribute.name(), "height") == 0) {
+            height = lx::leadingNumber(attribute.value());
+        } else if (std::strcmp(attribute.name(), "viewBox") == 0) {
+            LxSVGScanner scanner;
+            scanner.begin(attribute.value());
+            scanner.nextNumber();
+            scanner.nextNumber();
+            boxWidth = scanner.nextNumber();
+            boxHeight = scanner.nextNumber();
+        }
+    }
+    if (isSide(width) && isSide(height))
+        return {static_cast<int>(std::ceil(width)), static_cast<int>(std::ceil(height))};
+    if (isSide(boxWidth) && isSide(boxHeight))
+        return {static_cast<int>(std::ceil(boxWidth)), static_cast<int>(std::ceil(boxHeight))};
+    return ordinarySize;
+}
+
+void runSvg(const SvgOptions &options) {
+    const lx::XmlTree tree(options.input.c_str());
+    if (!tree.root())
+        throw Failure(options.input + ": cannot be read as XML");
+    const Size size = options.size.empty() ? sizeOf(tree.root()) : sizeFrom(options.size);
+    const ImageHandle image(LxImage_Create(kLxPixelRGBA, 0, 0, size.width, size.height, 1, 0));
+    LxGC *gc = LxImage_GC(image.get());
+    if (gc == nullptr)
+        throw Failure("not enough memory for the picture");
+    if (!options.background.empty())
+        LxGC_Fill(gc, colorFrom(options.background));
+    LxSVG_Read(gc, options.input.c_str());
+    writePng(options.output, *image);
+}
+
+} // namespace
+
+void addSvgCommand(CLI::App &program) {
+    CLI::App *const command = program.add_subcommand("svg", "Draw an SVG file");
+    const auto options = std::make_shared<SvgOptions>();
+    command->add_option("FILE", options->input, "SVG file")->required();
+    command->add_option("-o,--output", options->output, "Write the picture to this PNG file")->required();
+    command->add_option("--size", options->size, "WIDTHxHEIGHT in pixels; by default the file's own");
+    command->add_option("--background", options->background, "R,G,B or R,G,B,A; by default transparent");
+    command
+        ->add_flag("--subset", options->subset,
+                   "Draw with the library's own reader: paths of the simplest commands and lines, y upwards")
+        ->required();
+    command->callback([options] { runSvg(*options); });
+}
+
+} // namespace tool
