@@ -7,6 +7,7 @@
 #include <limits>
 
 #include <oxlume/LxMem.h>
+#include <oxlume/LxNativeImage.h>
 
 #include "foundation/Library.h"
 #include "image/BufferPool.h"
@@ -19,6 +20,7 @@ constinit std::array<BufferPool, 4> pools = {BufferPool(2048), BufferPool(4096),
                                              BufferPool(65536)};
 constinit std::array<ImageStatistics, storageCount> statistics = {};
 constinit ImageContextFunctions contexts = {nullptr, nullptr};
+constinit NativeRelease releaseNative = nullptr;
 
 BufferPool *poolOf(Storage storage) {
     const uint32_t index = static_cast<uint32_t>(storage) - static_cast<uint32_t>(Storage::pool2K);
@@ -48,6 +50,23 @@ int32_t memSizeFor(Storage storage, int64_t bytes) {
     default:
         return static_cast<int32_t>(poolOf(storage)->bufferSize());
     }
+}
+
+// Where the pixels of a new image go, and what it accounts for.
+struct Placement {
+    Storage storage;
+    int32_t memSize;
+};
+
+Placement pooledPlacement(int64_t bytes) {
+    const Storage storage = storageFor(bytes);
+    return {storage, memSizeFor(storage, bytes)};
+}
+
+Placement lendingPlacement(int64_t bytes) {
+    if (bytes <= int64_t{inlineBytes})
+        return {Storage::inlined, 0};
+    return {Storage::heap, static_cast<int32_t>(bytes)};
 }
 
 // Bytes from one pixel to the next in storage, by the whole type argument.
@@ -127,16 +146,9 @@ void finish(LxImage &image, int32_t type, const LxRectL &rect, int32_t rowBytes,
     counters.bytes += static_cast<uint64_t>(image.memSize);
 }
 
-const bool registered = (registerModule(Module::images, {nullptr,
-                                                         [] {
-                                                             for (BufferPool &pool : pools)
-                                                                 pool.drain();
-                                                         }}),
-                         true);
-
-} // namespace
-
-LxImage *createImage(int32_t type, LxRectL rect, bool clear, bool flipped) {
+// An image with pixels of its own, placed by their number of bytes.
+LxImage *createPlaced(int32_t type, const LxRectL &rect, Placement (*place)(int64_t bytes), bool empty,
+                      bool clear, bool flipped) {
     const Extent extent(rect);
     if (extent.isEmpty())
         return nullptr;
@@ -148,14 +160,35 @@ LxImage *createImage(int32_t type, LxRectL rect, bool clear, bool flipped) {
     LxImage *image = allocateRecord();
     if (image == nullptr)
         return nullptr;
-    const Storage storage = storageFor(bytes);
-    if (!allocatePixels(*image, storage, bytes, clear)) {
+    const Placement placement = place(bytes);
+    if (!allocatePixels(*image, placement.storage, bytes, clear)) {
         releaseRecord(image);
         return nullptr;
     }
-    image->memSize = memSizeFor(storage, bytes);
-    finish(*image, type, rect, static_cast<int32_t>(rowBytes), true, flipped);
+    image->memSize = placement.memSize;
+    finish(*image, type, rect, static_cast<int32_t>(rowBytes), empty, flipped);
     return image;
+}
+
+const bool registered = (registerModule(Module::images, {nullptr,
+                                                         [] {
+                                                             for (BufferPool &pool : pools)
+                                                                 pool.drain();
+                                                         }}),
+                         true);
+
+} // namespace
+
+LxImage *createImage(int32_t type, LxRectL rect, bool clear, bool flipped) {
+    return createPlaced(type, rect, pooledPlacement, true, clear, flipped);
+}
+
+LxImage *createLendingImage(int32_t type, LxRectL rect, bool empty, bool clear, bool flipped) {
+    return createPlaced(type, rect, lendingPlacement, empty, clear, flipped);
+}
+
+void registerNativeRelease(NativeRelease release) {
+    releaseNative = release;
 }
 
 void registerImageContexts(ImageContextFunctions functions) {
@@ -200,6 +233,8 @@ void LxImage_Delete(LxImage *image) {
         return;
     LxMutex *lock = image->lock;
     LxMutex_Lock(lock);
+    if (image->native == kLxNativeCGImage && releaseNative != nullptr)
+        releaseNative(*image);
     releasePixels(*image);
     if (image->gc != nullptr)
         contexts.remove(image->gc);

@@ -49,7 +49,7 @@ struct CutArea {
 struct _LxImage {
     uint32_t storage : 3; // an lx::Storage
     uint32_t type : 3;    // an LxPixelType; 6 and 7 mean nothing
-    uint32_t native : 3;  // the kind of platform object behind the image, 0 for none
+    uint32_t native : 3;  // an LxNativeType: the kind of platform object behind the image, 0 for none
     uint32_t planar : 1;  // never set
     uint32_t empty : 1;   // the caller's mark
     uint32_t flipped : 1; // rows are stored bottom-up
@@ -105,6 +105,15 @@ inline const uint8_t *rowAddress(const LxImage &image, int32_t y) {
 
 // The image made by LxImage_Create, under its own name for the code of the library.
 LxImage *createImage(int32_t type, LxRectL rect, bool clear, bool flipped);
+
+// An image whose pixels are lent to an object of the platform: as LxImage_Create, but they are never pooled.
+// Up to 16 bytes they live in the record and account for nothing.
+LxImage *createLendingImage(int32_t type, LxRectL rect, bool empty, bool clear, bool flipped);
+
+// How the platform's objects behind an image of kind kLxNativeCGImage are released, with the image. The
+// bridges put their function here; without them there are no such images.
+using NativeRelease = void (*)(LxImage &image);
+void registerNativeRelease(NativeRelease release);
 
 // How an image makes and drops its context. The module of contexts puts its functions here at its start of
 // life, so that this folder needs none of it; without them images have no context.

@@ -1,4 +1,4 @@
-/* All of Oxlume's flat boundary. */
+/* All of Oxlume's flat boundary, but for LxQuartz.h, whose names are the platform's. */
 #ifndef OXLUME_OXLUME_H
 #define OXLUME_OXLUME_H
 
@@ -13,6 +13,7 @@
 #include <oxlume/LxLine.h>
 #include <oxlume/LxMatrix.h>
 #include <oxlume/LxMem.h>
+#include <oxlume/LxNativeImage.h>
 #include <oxlume/LxPath.h>
 #include <oxlume/LxPathIterator.h>
 #include <oxlume/LxPixelType.h>
