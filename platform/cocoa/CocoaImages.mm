@@ -8,6 +8,7 @@
 #include "platform/Siblings.h"
 #include "platform/cocoa/Bitmaps.h"
 #include "platform/cocoa/Focus.h"
+#import "platform/cocoa/Supplements.h"
 
 namespace lx {
 namespace {
