@@ -110,8 +110,9 @@ NSImage *LxImage_CopyNSImage(const LxImage *image) {
 }
 
 - (void)trace {
-    for (NSImageRep *rep in [self representations])
-        (void)rep;
+    NSArray *representations = [self representations];
+    for (NSUInteger i = 0; i < [representations count]; ++i)
+        (void)[representations objectAtIndex:i];
 }
 
 @end

@@ -3,6 +3,7 @@
 #ifndef OXLUME_COCOA_LXSCALEDVIEW_H
 #define OXLUME_COCOA_LXSCALEDVIEW_H
 
+#import <AppKit/NSNibDeclarations.h>
 #import <AppKit/NSView.h>
 
 @class NSSlider;
