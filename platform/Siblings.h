@@ -1,5 +1,5 @@
-// What liboxlume gives to the libraries that are built beside it and share its records: exported under a version
-// of its own that promises nothing to anybody else.
+// What liboxlume gives to the libraries that are built beside it and share its records: exported under a
+// version of its own that promises nothing to anybody else.
 #pragma once
 
 #include "gc/Context.h"

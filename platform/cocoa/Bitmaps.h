@@ -10,6 +10,7 @@
 #include <oxlume/LxImage.h>
 
 #include "image/Image.h"
+#include "platform/cocoa/Rects.h"
 
 namespace lx {
 
@@ -25,7 +26,7 @@ struct BitmapForm {
     int32_t bitsPerPixel() const { return samplesPerPixel * 8; }
     // Pictures of one column or one row are not made, nor those of a type without a size.
     bool isDrawable() const { return width > 1 && height > 1 && bitsPerSample > 0; }
-    NSSize size() const { return NSMakeSize(static_cast<float>(width), static_cast<float>(height)); }
+    NSSize size() const { return NSMakeSize(narrowed(width), narrowed(height)); }
 };
 
 // A new bitmap over `pixels`, or over memory of its own if that is null. Null on failure.
@@ -52,8 +53,8 @@ LxImage *copyAndDelete(LxImage *image);
 // A picture's first representation if that is a bitmap, else null.
 NSBitmapImageRep *firstBitmap(NSImage *image);
 
-// Turns a picture that has been allocated, and not yet initialised, into one of the form's size over `pixels`, or
-// over memory of its own if that is null. Releases it and answers null on failure.
+// Turns a picture that has been allocated, and not yet initialised, into one of the form's size over
+// `pixels`, or over memory of its own if that is null. Releases it and answers null on failure.
 NSImage *initPicture(NSImage *allocated, const BitmapForm &form, uint8_t *pixels, bool flipped);
 
 } // namespace lx

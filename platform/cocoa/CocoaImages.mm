@@ -18,7 +18,8 @@ bool isTooSmall(const LxImage &image) {
     return width(image) <= 1 || height(image) <= 1;
 }
 
-// Makes `object` the platform object of the image, or deletes the image where there is none. Answers the image.
+// Makes `object` the platform object of the image, or deletes the image where there is none. Answers the
+// image.
 LxImage *lendTo(LxImage *image, NSObject *object, LxNativeType type) {
     if (object == nil) {
         LxImage_Delete(image);
@@ -40,8 +41,8 @@ LxImage *createNativeOver(NSBitmapImageRep *rep, int32_t flipped) {
     return image;
 }
 
-// The formats of bitmaps that are read: alpha last or first, straight or not, or of floating point, but no two of
-// these together.
+// The formats of bitmaps that are read: alpha last or first, straight or not, or of floating point, but no
+// two of these together.
 bool isReadFormat(NSUInteger format) {
     return format == 0 || format == 1 || format == 2 || format == 4;
 }
@@ -57,7 +58,7 @@ LxImage *LxImage_NativeNSImage(int32_t type, int32_t x, int32_t y, int32_t maxX,
     if (image == nullptr || isTooSmall(*image))
         return nullptr;
     NSImage *picture =
-        initPicture([NSImage alloc], BitmapForm(*image), firstRow(*image), image->flipped != 0);
+        initPicture([NSImage alloc], BitmapForm(*image), firstRow(*image), image -> flipped != 0);
     return lendTo(image, picture, kLxNativeNSImage);
 }
 

@@ -6,9 +6,10 @@
 #import <AppKit/NSGraphicsContext.h>
 #import <AppKit/NSView.h>
 #import <oxlume/cocoa/LxCocoaImage.h>
+#import <oxlume/cocoa/Sheen.h>
 
 #include "platform/cocoa/Bitmaps.h"
-#import <oxlume/cocoa/Sheen.h>
+#include "platform/cocoa/Rects.h"
 
 namespace lx {
 
@@ -22,12 +23,13 @@ NSBitmapImageRep *newGrab(NSRect rect) {
 
 namespace {
 
-// The components of one type do not fit its pixel by the tables: the platform would read beyond the last pixel.
+// The components of one type do not fit its pixel by the tables: the platform would read beyond the last
+// pixel.
 bool fitsItsPixel(const BitmapForm &form) {
     return form.bitsPerSample > 0 && form.bitsPerSample * form.samplesPerPixel <= form.bitsPerPixel();
 }
 
-void frame(float x, float y, float width, float height) {
+void frame(double x, double y, double width, double height) {
     if (hasFocus())
         NSFrameRect(NSMakeRect(x, y, width, height));
 }
@@ -59,9 +61,9 @@ void LxCocoa_BlitImage(double x1, double y1, double x2, double y2, const LxImage
 }
 
 void LxG_HLine(float x1, float y, float x2) {
-    frame(x1, y, x2 - x1, 1.0F);
+    frame(x1, y, narrowDifference(x2, x1), 1.0);
 }
 
 void LxG_VLine(float x, float y1, float y2) {
-    frame(x, y1, 1.0F, y2 - y1);
+    frame(x, y1, 1.0, narrowDifference(y2, y1));
 }

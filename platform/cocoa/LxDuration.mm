@@ -37,19 +37,19 @@ uint64_t narrow(UnsignedWide value) {
 }
 
 - (NSString *)nanoSecondsString {
-    return [NSString stringWithFormat:@"%qu ns", m_Duration];
+    return [NSString stringWithFormat:@"%llu ns", m_Duration];
 }
 
 - (NSString *)microSecondsString {
-    return [NSString stringWithFormat:@"%qu micros", m_Duration / 1000];
+    return [NSString stringWithFormat:@"%llu micros", m_Duration / 1000];
 }
 
 - (NSString *)milliSecondsString {
-    return [NSString stringWithFormat:@"%qu ms", m_Duration / 1000000];
+    return [NSString stringWithFormat:@"%llu ms", m_Duration / 1000000];
 }
 
 - (NSString *)secondsString {
-    return [NSString stringWithFormat:@"%qu s", m_Duration / 1000000000];
+    return [NSString stringWithFormat:@"%llu s", m_Duration / 1000000000];
 }
 
 @end

@@ -17,15 +17,15 @@ int32_t roundedUp(double value) {
 } // namespace lx
 
 // An attribute that is read from the LxGC.
-#define LX_READ(type, name, accessor) \
-    -(type)name {                     \
-        return accessor(m_pGC);       \
+#define LX_READ(type, name, accessor)                                                                        \
+    -(type)name {                                                                                            \
+        return accessor(m_pGC);                                                                              \
     }
 
 // A reserved operation of one argument.
-#define LX_RESERVED(name, type) \
-    -(void)name : (type)value { \
-        (void)value;            \
+#define LX_RESERVED(name, type)                                                                              \
+    -(void)name : (type)value {                                                                              \
+        (void)value;                                                                                         \
     }
 
 @implementation LxGContext
@@ -184,9 +184,12 @@ LX_RESERVED(drawImage, LxImage *)
     (void)mask;
 }
 
-- (void)sync {}
-- (void)flush {}
-- (void)clear {}
+- (void)sync {
+}
+- (void)flush {
+}
+- (void)clear {
+}
 LX_RESERVED(fillWith, LxColor)
 
 - (void)setOrigin:(double)x:(double)y {
@@ -194,7 +197,8 @@ LX_RESERVED(fillWith, LxColor)
     (void)y;
 }
 
-- (void)matrixIdentity {}
+- (void)matrixIdentity {
+}
 LX_RESERVED(matrixMul, const LxMatrix *)
 
 - (void)matrixScale:(double)sx:(double)sy {

@@ -34,7 +34,7 @@ using namespace lx;
 NSImage *LxImage_CreateNSImage(LxImage *image) {
     if (image == nullptr)
         return nil;
-    return initPicture([NSImage alloc], BitmapForm(*image), firstRow(*image), image->flipped != 0);
+    return initPicture([NSImage alloc], BitmapForm(*image), firstRow(*image), image -> flipped != 0);
 }
 
 NSImage *LxImage_CopyNSImage(const LxImage *image) {
@@ -65,7 +65,7 @@ NSImage *LxImage_CopyNSImage(const LxImage *image) {
     constexpr double widest = 1 << 28;
     const int32_t width = truncateToInt32(std::ceil(size.width));
     const int32_t height = truncateToInt32(std::ceil(size.height));
-    const bool isLargeEnough = static_cast<float>(size.width) > 1.0F && static_cast<float>(size.height) > 1.0F;
+    const bool isLargeEnough = narrowed(size.width) > 1.0 && narrowed(size.height) > 1.0;
     NSBitmapImageRep *rep = nil;
     if (isLargeEnough && size.width <= widest && size.height <= widest)
         rep = newBitmap(BitmapForm(type, width, height, LxColor_BytesPerRow(type, width)), nullptr);

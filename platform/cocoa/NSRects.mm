@@ -4,27 +4,36 @@
 
 #include "platform/cocoa/Rects.h"
 
+namespace lx {
+namespace {
+
+LxCGRect narrowedRect(NSRect rect) {
+    return narrowedRect(rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
+}
+
+NSRect makeNarrowed(double x, double y, double width, double height) {
+    return NSMakeRect(narrowed(x), narrowed(y), narrowed(width), narrowed(height));
+}
+
+} // namespace
+} // namespace lx
+
 using namespace lx;
 
 LxRectD LxRectD_fromNSRect(NSRect rect) {
-    const LxCGRect r = narrowed(rect);
-    const float x1 = r.x + r.width;
-    const float y1 = r.y + r.height;
-    return {r.x, r.y, x1, y1};
+    return narrowCorners(narrowedRect(rect));
 }
 
 NSRect LxRectD_asNSRect(LxRectD rect) {
-    return NSMakeRect(static_cast<float>(rect.x0), static_cast<float>(rect.y0),
-                      static_cast<float>(rect.x1 - rect.x0), static_cast<float>(rect.y1 - rect.y0));
+    return makeNarrowed(rect.x0, rect.y0, rect.x1 - rect.x0, rect.y1 - rect.y0);
 }
 
 NSRect LxRectL_asNSRect(LxRectL rect) {
-    // The differences are exact in 64 bits, and narrowed once.
-    return NSMakeRect(static_cast<float>(rect.x0), static_cast<float>(rect.y0),
-                      static_cast<float>(int64_t{rect.x1} - rect.x0),
-                      static_cast<float>(int64_t{rect.y1} - rect.y0));
+    // In double the differences are exact, so that they are rounded once.
+    return makeNarrowed(rect.x0, rect.y0, static_cast<double>(rect.x1) - rect.x0,
+                        static_cast<double>(rect.y1) - rect.y0);
 }
 
 LxRectL LxRectL_fromNSRect(NSRect rect) {
-    return LxRectL_fromCGRect(narrowed(rect));
+    return LxRectL_fromCGRect(narrowedRect(rect));
 }

@@ -1,16 +1,22 @@
-// The platform's rectangles, inside the bridges.
+// Single precision inside the bridges.
+//
+// g++ drops the narrowing of a double that is widened again when it compiles Objective-C++, and keeps it in
+// C++: that is why these few functions have a source file of their own.
 #pragma once
-
-#import <Foundation/NSGeometry.h>
 
 #include <oxlume/LxRect.h>
 
 namespace lx {
 
+double narrowed(double value);
+
+// a - b.
+double narrowDifference(float a, float b);
+
 // The platform's rectangle in our precision.
-inline LxCGRect narrowed(NSRect rect) {
-    return {static_cast<float>(rect.origin.x), static_cast<float>(rect.origin.y),
-            static_cast<float>(rect.size.width), static_cast<float>(rect.size.height)};
-}
+LxCGRect narrowedRect(double x, double y, double width, double height);
+
+// A rectangle's corners, added in single precision.
+LxRectD narrowCorners(const LxCGRect &rect);
 
 } // namespace lx

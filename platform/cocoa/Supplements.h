@@ -17,8 +17,8 @@
 
 @interface NSBitmapImageRep (LxSupplements)
 
-// A CGImage over the bitmap's pixels, which the bitmap must outlive. It is released with the autorelease pool.
-// Null for a bitmap that no image can be made over.
+// A CGImage over the bitmap's pixels, which the bitmap must outlive. It is released with the autorelease
+// pool. Null for a bitmap that no image can be made over.
 - (CGImageRef)CGImage;
 
 @end

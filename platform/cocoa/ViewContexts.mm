@@ -33,7 +33,8 @@ cairo_t *cairoOf(id state) {
         return nullptr;
     const Ivar variable = class_getInstanceVariable(object_getClass(state), "_ct");
     constexpr char encoding[] = "^{_cairo=";
-    if (variable == nullptr || std::strncmp(ivar_getTypeEncoding(variable), encoding, sizeof encoding - 1) != 0)
+    if (variable == nullptr ||
+        std::strncmp(ivar_getTypeEncoding(variable), encoding, sizeof encoding - 1) != 0)
         return nullptr;
     const char *field = reinterpret_cast<const char *>(state) + ivar_getOffset(variable);
     return *reinterpret_cast<cairo_t *const *>(field);
@@ -53,8 +54,8 @@ CGContextRef newGraphicsPort() {
     cairo_t *cairo = cairoOf([context currentGState]);
     if (cairo == nullptr)
         return nullptr;
-    // The backend lays the platform's upward y on the surface by this transform, and points of the view on that
-    // by the state's own.
+    // The backend lays the platform's upward y on the surface by this transform, and points of the view on
+    // that by the state's own.
     cairo_matrix_t base;
     cairo_get_matrix(cairo, &base);
     CGContextRef port = LxQuartz_CreateWithSurfaceYUp(cairo_get_target(cairo), static_cast<float>(base.y0));

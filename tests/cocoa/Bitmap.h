@@ -39,8 +39,8 @@ inline NSBitmapImageRep *firstRep(NSImage *image) {
     return [[image representations] objectAtIndex:0];
 }
 
-// Fills a bitmap of four bytes per pixel and sets the marker pixels of a bar of columns: one in the corner, one
-// on the third row at each of `marks`, and two down the third column.
+// Fills a bitmap of four bytes per pixel and sets the marker pixels of a bar of columns: one in the corner,
+// one on the third row at each of `marks`, and two down the third column.
 template <size_t N>
 void markColumns(NSBitmapImageRep *rep, LxRGBA fill, const int (&marks)[N]) {
     constexpr LxRGBA marker = {0, 255, 255, 255};

@@ -11,7 +11,8 @@ using namespace lx::test;
 
 namespace {
 
-constexpr int32_t drawableTypes[] = {kLxPixelA, kLxPixelRGB, kLxPixelRGBA, kLxPixelRGBAPremultiplied, kLxPixelF};
+constexpr int32_t drawableTypes[] = {kLxPixelA, kLxPixelRGB, kLxPixelRGBA, kLxPixelRGBAPremultiplied,
+                                     kLxPixelF};
 
 ImageHandle randomImage(Random &random, int32_t type, int32_t width, int32_t height, bool flipped = false) {
     ImageHandle image = makeImage(type, width, height, flipped);
@@ -214,7 +215,8 @@ TEST(CocoaImages, PicturesOfReadFormatsOnly) {
         EXPECT_EQ(image != nullptr, format == 0 || format == 1 || format == 2 || format == 4) << format;
         LxImage_Delete(image);
     }
-    EXPECT_EQ(LxImage_CreateFromNSImage([[[NSImage alloc] initWithSize:NSMakeSize(6, 4)] autorelease]), nullptr);
+    EXPECT_EQ(LxImage_CreateFromNSImage([[[NSImage alloc] initWithSize:NSMakeSize(6, 4)] autorelease]),
+              nullptr);
 }
 
 TEST(CocoaImages, ImageOverAPictureIsFlippedAsThePicture) {

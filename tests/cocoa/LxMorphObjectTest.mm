@@ -16,9 +16,11 @@ NSURL *pictureFile() {
     planeOf(rep)[0] = 7;
     planeOf(rep)[1] = 8;
     planeOf(rep)[2] = 9;
-    NSString *name = [NSString stringWithFormat:@"oxlume-%d.png", [[NSProcessInfo processInfo] processIdentifier]];
+    NSString *name =
+        [NSString stringWithFormat:@"oxlume-%d.png", [[NSProcessInfo processInfo] processIdentifier]];
     NSString *path = [NSTemporaryDirectory() stringByAppendingPathComponent:name];
-    [[rep representationUsingType:NSPNGFileType properties:[NSDictionary dictionary]] writeToFile:path atomically:NO];
+    [[rep representationUsingType:NSPNGFileType properties:[NSDictionary dictionary]] writeToFile:path
+                                                                                       atomically:NO];
     return [NSURL fileURLWithPath:path];
 }
 

@@ -12,9 +12,11 @@ namespace {
 
 // Keeps a bitmap as a PNG file in the temporary folder.
 NSString *fileOf(NSBitmapImageRep *rep) {
-    NSString *name = [NSString stringWithFormat:@"oxlume-%d.png", [[NSProcessInfo processInfo] processIdentifier]];
+    NSString *name =
+        [NSString stringWithFormat:@"oxlume-%d.png", [[NSProcessInfo processInfo] processIdentifier]];
     NSString *path = [NSTemporaryDirectory() stringByAppendingPathComponent:name];
-    [[rep representationUsingType:NSPNGFileType properties:[NSDictionary dictionary]] writeToFile:path atomically:NO];
+    [[rep representationUsingType:NSPNGFileType properties:[NSDictionary dictionary]] writeToFile:path
+                                                                                       atomically:NO];
     return path;
 }
 

@@ -16,7 +16,7 @@ pid_t server = 0;
 
 @interface FunctionView : NSView {
 @public
-    std::function<void(NSView *)> draw;
+    const std::function<void(NSView *)> *draw; // while the window is drawn
     BOOL flipped;
 }
 @end
@@ -27,8 +27,8 @@ pid_t server = 0;
 }
 - (void)drawRect:(NSRect)rect {
     (void)rect;
-    if (draw)
-        draw(self);
+    if (draw != nullptr)
+        (*draw)(self);
 }
 @end
 
@@ -44,8 +44,8 @@ bool startServer() {
         const std::string descriptor = std::to_string(ends[1]);
         if (std::freopen("/dev/null", "w", stderr) == nullptr)
             _exit(126);
-        execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "640x480x24", "-nolisten", "tcp",
-               static_cast<char *>(nullptr));
+        execlp("Xvfb", "Xvfb", "-displayfd", descriptor.c_str(), "-screen", "0", "640x480x24", "-nolisten",
+               "tcp", static_cast<char *>(nullptr));
         _exit(127);
     }
     close(ends[1]);
@@ -80,9 +80,10 @@ void show(NSView *view) {
 
 NSView *showView(const std::function<void(NSView *)> &draw, bool flipped) {
     FunctionView *view = [[[FunctionView alloc] initWithFrame:NSMakeRect(0, 0, 240, 200)] autorelease];
-    view->draw = draw;
+    view->draw = &draw;
     view->flipped = flipped ? YES : NO;
     show(view);
+    view->draw = nullptr;
     return view;
 }
 
@@ -92,8 +93,8 @@ LxRGBA colorAt(NSView *view, double x, double y) {
     [view unlockFocus];
     unsigned char *planes[5] = {};
     [rep getBitmapDataPlanes:planes];
-    const LxRGBA color = planes[0] != nullptr ? LxRGBA{planes[0][0], planes[0][1], planes[0][2], planes[0][3]}
-                                              : LxRGBA{};
+    const LxRGBA color =
+        planes[0] != nullptr ? LxRGBA{planes[0][0], planes[0][1], planes[0][2], planes[0][3]} : LxRGBA{};
     [rep release];
     return color;
 }

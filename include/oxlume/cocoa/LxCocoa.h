@@ -1,6 +1,6 @@
-/* All of liboxlume-cocoa's boundary, for Objective-C and Objective-C++: bridges between Oxlume's images and the
- * platform's pictures and views, and classes that offer the library to applications of that platform. All of it
- * belongs to the thread that draws. */
+/* All of liboxlume-cocoa's boundary, for Objective-C and Objective-C++: bridges between Oxlume's images and
+ * the platform's pictures and views, and classes that offer the library to applications of that platform. All
+ * of it belongs to the thread that draws. */
 #ifndef OXLUME_COCOA_LXCOCOA_H
 #define OXLUME_COCOA_LXCOCOA_H
 

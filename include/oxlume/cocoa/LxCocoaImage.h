@@ -18,11 +18,11 @@ LX_BEGIN_DECLS
 
 /* ---- Images that lend their pixels ----
  *
- * New images of the rectangle, of an LxPixelType, whose pixels never come from a pool. With `clear` not 0 they
- * are zeroed; the lowest bits of `empty` and `flipped` set these marks. LxImage_NativeHandle is the platform
- * object, which LxImage_Delete leaves alone although its pixels go with the image: release the object first.
- * Null also for images of the type kLxPixelL and for a width or height of 1, which costs the memory of one
- * image, for ever. */
+ * New images of the rectangle, of an LxPixelType, whose pixels never come from a pool. With `clear` not 0
+ * they are zeroed; the lowest bits of `empty` and `flipped` set these marks. LxImage_NativeHandle is the
+ * platform object, which LxImage_Delete leaves alone although its pixels go with the image: release the
+ * object first. Null also for images of the type kLxPixelL and for a width or height of 1, which costs the
+ * memory of one image, for ever. */
 
 /* With an NSImage that holds an NSBitmapImageRep over the pixels. */
 LX_API LxImage *LxImage_NativeNSImage(int32_t type, int32_t x, int32_t y, int32_t maxX, int32_t maxY,

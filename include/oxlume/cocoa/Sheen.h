@@ -15,8 +15,8 @@
 /* A picture over the image's pixels, as LxImage_CreateNSImage makes one, but always with alpha. */
 - (id)initWithContentsOfLxImage:(LxImage *)image;
 
-/* A picture with one rep of new pixels of an LxPixelType, each dimension rounded up to whole pixels and rows a
- * multiple of 16 bytes. Null unless width and height are above 1. The pixels go with the rep. */
+/* A picture with one rep of new pixels of an LxPixelType, each dimension rounded up to whole pixels and rows
+ * a multiple of 16 bytes. Null unless width and height are above 1. The pixels go with the rep. */
 - (id)initWithSize:(NSSize)size andPixelType:(int32_t)type;
 
 /* Stores a colour in every pixel of a rep of 32 or of 24 bits per pixel, where alpha is left out. On purpose,
@@ -42,8 +42,8 @@
 @end
 
 /* What the view shows in a rectangle of its coordinates, or in its visible rectangle: as an autoreleased
- * picture, or as an image that the caller deletes. Null for a width or height below 1 and for a view that is in
- * no window. */
+ * picture, or as an image that the caller deletes. Null for a width or height below 1 and for a view that is
+ * in no window. */
 @interface NSView (Sheen)
 
 - (NSImage *)asImageFromRect:(NSRect)rect;
