@@ -7,7 +7,7 @@
 namespace lx {
 namespace {
 
-LxCGRect narrowedRect(NSRect rect) {
+LxCGRect single(NSRect rect) {
     return narrowedRect(rect.origin.x, rect.origin.y, rect.size.width, rect.size.height);
 }
 
@@ -21,7 +21,7 @@ NSRect makeNarrowed(double x, double y, double width, double height) {
 using namespace lx;
 
 LxRectD LxRectD_fromNSRect(NSRect rect) {
-    return narrowCorners(narrowedRect(rect));
+    return narrowCorners(single(rect));
 }
 
 NSRect LxRectD_asNSRect(LxRectD rect) {
@@ -35,5 +35,5 @@ NSRect LxRectL_asNSRect(LxRectL rect) {
 }
 
 LxRectL LxRectL_fromNSRect(NSRect rect) {
-    return LxRectL_fromCGRect(narrowedRect(rect));
+    return LxRectL_fromCGRect(single(rect));
 }
