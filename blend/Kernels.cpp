@@ -2,10 +2,10 @@
 #include <oxlume/LxBlend.h>
 
 #include <array>
-#include <bit>
 #include <cstring>
 #include <utility>
 
+#include "blend/Pipeline.h"
 #include "blend/Plan.h"
 #include "blend/Reference.h"
 #include "foundation/Numeric.h"
@@ -21,28 +21,48 @@ uint8_t *bytes(void *pixels) {
     return static_cast<uint8_t *>(pixels);
 }
 
-void blendPixel(Cell cell, const LxBlend &blend, void *out, const void *a, const void *b) {
+[[gnu::noinline]] void blendPixel(Cell cell, const LxBlend &blend, void *out, const void *a, const void *b) {
     const Plan plan = planOf(cell, blend, false);
     if (!plan.isEmpty())
         blendRowByRule(plan, bytes(out), bytes(a), bytes(b), nullptr, 1);
 }
 
-void blendLine(Cell cell, const LxBlend &blend, void *out, const void *a, const void *b, uint32_t width) {
-    const Plan plan = planOf(cell, blend, false);
-    if (!plan.isEmpty())
-        blendRowByRule(plan, bytes(out), bytes(a), bytes(b), nullptr, width);
-}
-
-void blendMap(Cell cell, const LxBlend &blend, void *out, const void *a, const void *b, const void *mask,
-              int32_t outStride, int32_t aStride, int32_t bStride, int32_t maskStride, uint32_t width,
-              uint32_t height) {
+[[gnu::noinline]] void blendMap(Cell cell, const LxBlend &blend, void *out, const void *a, const void *b,
+                                const void *mask, int32_t outStride, int32_t aStride, int32_t bStride,
+                                int32_t maskStride, uint32_t width, uint32_t height) {
     const Plan plan = planOf(cell, blend, mask != nullptr);
     if (plan.isEmpty())
         return;
-    for (int64_t y = 0; y < height; ++y) {
-        blendRowByRule(plan, bytes(out) + y * outStride, bytes(a) + y * aStride, bytes(b) + y * bStride,
-                       mask != nullptr ? bytes(mask) + y * maskStride : nullptr, width);
+    // Rows without a gap are one long row: the order of pixels is the same.
+    const uint64_t pixels = uint64_t{width} * height;
+    const auto isPacked = [&](int32_t stride, int bytesOfPixel) {
+        return stride == int64_t{width} * bytesOfPixel;
+    };
+    if (pixels <= UINT32_MAX && isPacked(outStride, bytesOf(cell.out)) &&
+        isPacked(aStride, bytesOf(cell.a)) && isPacked(bStride, bytesOf(cell.b)) &&
+        (mask == nullptr || isPacked(maskStride, 1))) {
+        width = static_cast<uint32_t>(pixels);
+        height = height == 0 ? 0 : 1;
     }
+    const auto eachRow = [&](auto row) {
+        for (int64_t y = 0; y < height; ++y)
+            row(bytes(out) + y * outStride, bytes(a) + y * aStride, bytes(b) + y * bStride,
+                mask != nullptr ? bytes(mask) + y * maskStride : nullptr);
+    };
+    if (!Pipeline::serves(plan, width, height)) {
+        eachRow([&](uint8_t *o, const uint8_t *ra, const uint8_t *rb, const uint8_t *m) {
+            blendRowByRule(plan, o, ra, rb, m, width);
+        });
+        return;
+    }
+    Pipeline pipeline(plan, mask != nullptr, width);
+    eachRow([&](uint8_t *o, const uint8_t *ra, const uint8_t *rb, const uint8_t *m) {
+        pipeline.blendRow(o, ra, rb, m, width);
+    });
+}
+
+void blendLine(Cell cell, const LxBlend &blend, void *out, const void *a, const void *b, uint32_t width) {
+    blendMap(cell, blend, out, a, b, nullptr, 0, 0, 0, 0, width, 1);
 }
 
 // Writes a picture of floats as bytes: truncated, the low byte kept, the same in every colour. Neither the

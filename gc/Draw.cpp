@@ -12,7 +12,7 @@ void forwardFrom(const LxGC *gc, Slot slot, const Arguments &...arguments) {
         forward(*gc, slot, arguments...);
 }
 
-// Renderers get the blend as it is now, and may write into it.
+// All renderers get one copy of the blend as it is now.
 void drawImage(const LxGC *gc, int32_t x, int32_t y, LxImage *image, LxImage *mask, const LxRectL *rect) {
     const LxBlend blend = LxGC_ImageBlend(gc);
     forwardFrom(gc, &LxRenderer::drawImage, x, y, image, mask, rect, &blend);

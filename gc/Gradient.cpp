@@ -78,6 +78,7 @@ LxGradient *LxGradient_Create(void) {
 void LxGradient_Delete(LxGradient *gradient) {
     if (gradient == nullptr)
         return;
+    LxMem_free(gradient->table);
     LxMem_free(gradient->ramp);
     LxMem_free(gradient);
 }
@@ -87,6 +88,7 @@ void LxGradient_SetType(LxGradient *gradient, int32_t type, int32_t curve) {
         return;
     static constexpr decltype(LxGradient::curve) curves[] = {LxLinear, LxCurved, LxSine, LxSphereInc,
                                                              LxSphereDec};
+    dropTable(*gradient);
     gradient->type = type;
     gradient->curve = curves[curve > 0 && curve < static_cast<int32_t>(std::size(curves)) ? curve : 0];
 }
@@ -94,6 +96,7 @@ void LxGradient_SetType(LxGradient *gradient, int32_t type, int32_t curve) {
 void LxGradient_AddColor(LxGradient *gradient, LxColor color, int32_t index, double position, double mid) {
     if (gradient == nullptr || index < 0 || index >= gradientStops)
         return;
+    dropTable(*gradient);
     gradient->colors[index] = color;
     gradient->positions[index] = heldToUnit(position);
     gradient->mids[index] = heldToUnit(mid);

@@ -10,6 +10,9 @@ namespace lx {
 
 inline constexpr int32_t gradientStops = 10;
 
+// Entries of the table from which ramps are sampled, whatever the size of the shape.
+inline constexpr int32_t gradientTableSize = 1024;
+
 // The position of a stop that is not in use.
 inline constexpr double noStop = -1.0;
 
@@ -25,9 +28,13 @@ struct _LxGradient {
     LxColor colors[lx::gradientStops];
     double positions[lx::gradientStops];
     double mids[lx::gradientStops]; // the curve's first argument up to the next stop
+    LxColor *table;                 // what the stops make from position 0 to 1; null where it must be made
 };
 
 namespace lx {
+
+// Forgets what was made of the stops, which are about to change.
+void dropTable(LxGradient &gradient);
 
 // Lays the gradient out over a shape with these bounds: minX, minY, maxX, maxY.
 void rebuild(LxGradient &gradient, const double *bounds);

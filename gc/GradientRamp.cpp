@@ -1,7 +1,6 @@
 // Laying a gradient out: from the stops to a table, and from the table to a ramp as long as the shape.
 
 #include <algorithm>
-#include <array>
 #include <cmath>
 
 #include <oxlume/LxMem.h>
@@ -12,16 +11,13 @@
 namespace lx {
 namespace {
 
-// The gradient from position 0 to position 1, whatever the size of the shape.
-constexpr int32_t tableSize = 1024;
-using Table = std::array<LxColor, tableSize>;
-constexpr double lastEntry = tableSize - 1;
+constexpr double lastEntry = gradientTableSize - 1;
 
 // A longer ramp counts as a failed allocation: absurd bounds are not to eat the machine's memory.
 constexpr int64_t maxRampLength = int64_t{1} << 27;
 
 int32_t heldToTable(int32_t index) {
-    return std::clamp(index, 0, tableSize - 1);
+    return std::clamp(index, 0, gradientTableSize - 1);
 }
 
 int32_t entryAt(double position) {
@@ -56,7 +52,7 @@ Stop stopAfter(const LxGradient &gradient, int32_t stop) {
 }
 
 // From one stop to the next, both ends included. `t` is accumulated, so it may end a little off 1.
-void writeSpan(const LxGradient &gradient, int32_t stop, const Stop &next, Table &table) {
+void writeSpan(const LxGradient &gradient, int32_t stop, const Stop &next, LxColor *table) {
     const int32_t first = entryAt(gradient.positions[stop]);
     const int32_t last = entryAt(next.position);
     const int32_t n = last - first;
@@ -69,19 +65,19 @@ void writeSpan(const LxGradient &gradient, int32_t stop, const Stop &next, Table
             between(gradient.curve(gradient.mids[stop], t), gradient.colors[stop].content.rgba, next.color);
 }
 
-void buildTable(const LxGradient &gradient, Table &table) {
+void buildTable(const LxGradient &gradient, LxColor *table) {
     // Entries that no stop reaches are black.
-    table.fill(LxColor_RGBA_Black);
+    std::fill_n(table, gradientTableSize, LxColor_RGBA_Black);
     if (gradient.positions[0] < 0.0)
         return;
     if (gradient.positions[0] > 0.0)
-        std::fill_n(table.begin(), entryAt(gradient.positions[0]) + 1, tagged(gradient.colors[0]));
+        std::fill_n(table, entryAt(gradient.positions[0]) + 1, tagged(gradient.colors[0]));
     for (int32_t stop = 0; stop < gradientStops; ++stop) {
         if (gradient.positions[stop] < 0.0)
             continue;
         const Stop next = stopAfter(gradient, stop);
         if (next.position < 0.0)
-            std::fill(table.begin() + entryAt(gradient.positions[stop]), table.end(),
+            std::fill(table + entryAt(gradient.positions[stop]), table + gradientTableSize,
                       tagged(gradient.colors[stop]));
         else
             writeSpan(gradient, stop, next, table);
@@ -123,11 +119,11 @@ bool ensureRamp(LxGradient &gradient, int64_t length) {
     return gradient.ramp != nullptr;
 }
 
-const LxColor &sample(const Table &table, double t) {
-    return table[static_cast<size_t>(heldToTable(truncateToInt32(t * lastEntry + 0.5)))];
+const LxColor &sample(const LxColor *table, double t) {
+    return table[heldToTable(truncateToInt32(t * lastEntry + 0.5))];
 }
 
-void sampleRamp(LxGradient &gradient, int32_t length, int32_t width, const Table &table) {
+void sampleRamp(LxGradient &gradient, int32_t length, int32_t width, const LxColor *table) {
     // On purpose: inward, the ramp climbs over half the width and falls back at the same pace, so that over a
     // higher shape it stays at the first colour.
     const bool inward = gradient.type == kLxGradientInward;
@@ -142,6 +138,11 @@ void sampleRamp(LxGradient &gradient, int32_t length, int32_t width, const Table
 }
 
 } // namespace
+
+void dropTable(LxGradient &gradient) {
+    LxMem_free(gradient.table);
+    gradient.table = nullptr;
+}
 
 void rebuild(LxGradient &gradient, const double *bounds) {
     gradient.bounds = {truncateToInt32(std::floor(bounds[0])), truncateToInt32(std::floor(bounds[1])),
@@ -158,8 +159,14 @@ void rebuild(LxGradient &gradient, const double *bounds) {
     }
     if (!ensureRamp(gradient, length))
         return;
-    Table table;
-    buildTable(gradient, table);
+    // The stops' table is kept from fill to fill; without memory for it, it is made for this one alone.
+    LxColor onStack[gradientTableSize];
+    LxColor *table = gradient.table;
+    if (table == nullptr) {
+        gradient.table = static_cast<LxColor *>(LxMem_malloc(sizeof onStack));
+        table = gradient.table != nullptr ? gradient.table : onStack;
+        buildTable(gradient, table);
+    }
     sampleRamp(gradient, static_cast<int32_t>(length), width, table);
 }
 

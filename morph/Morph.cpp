@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
-#include <cstring>
 #include <new>
 #include <vector>
 
@@ -83,46 +82,91 @@ ptrdiff_t handledPixelBytes(const LxImage &image) {
     return image.type == kLxPixelA ? 1 : image.type == kLxPixelRGB ? 3 : 0;
 }
 
+Pictures picturesOf(const LxImage &source, LxImage &destination) {
+    return {firstRow(source), firstRow(destination), width(source), height(source),
+            handledPixelBytes(source)};
+}
+
+bool fit(const LxImage &source, const LxImage &destination) {
+    const int64_t bytes = int64_t{handledPixelBytes(source)} * width(source) * height(source);
+    return bytes <= LxImage_DataSize(&source) && bytes <= LxImage_DataSize(&destination);
+}
+
+// Morphs the rows of one frame after another, with room for what they need.
+class Morpher {
+public:
+    Morpher(const Pictures &pictures, const LxMorphLine *sourceLines, const LxMorphLine *targetLines,
+            size_t lineCount)
+        : pictures_(pictures), sourceLines_(sourceLines), targetLines_(targetLines), pairs_(lineCount),
+          store_(3 * static_cast<size_t>(pictures.width)) {}
+
+    void startFrame(float t) {
+        for (size_t i = 0; i < pairs_.size(); ++i)
+            pairs_[i] = pairBetween(sourceLines_[i], targetLines_[i], t);
+    }
+
+    void morphRow(int32_t y) {
+        const auto width = static_cast<size_t>(pictures_.width);
+        const MorphSums sums = {store_.data(), store_.data() + width, store_.data() + 2 * width};
+        morphRows[vectorLevelIndex()](sums, pairs_.data(), pairs_.size(), y, pictures_.width);
+        copyRow(pictures_, sums, y);
+    }
+
+private:
+    const Pictures pictures_;
+    const LxMorphLine *const sourceLines_;
+    const LxMorphLine *const targetLines_;
+    std::vector<MorphPair> pairs_;
+    std::vector<float> store_;
+};
+
 int32_t morphFrames(const Pictures &pictures, const LxMorphLine *sourceLines, const LxMorphLine *targetLines,
                     size_t lineCount, int32_t frameCount) {
-    const auto width = static_cast<size_t>(pictures.width);
-    std::vector<MorphPair> pairs(lineCount);
-    std::vector<float> store(3 * width);
-    const MorphSums sums = {store.data(), store.data() + width, store.data() + 2 * width};
-    const MorphRow morphRow = morphRows[vectorLevelIndex()];
-    for (int32_t frame = 1; frame <= frameCount; ++frame) {
+    Morpher morpher(pictures, sourceLines, targetLines, lineCount);
+    for (int64_t frame = 1; frame <= frameCount; ++frame) {
         // Only the last frame's pixels can be seen, unless each frame reads what the one before has written.
         const bool isSeen = pictures.pixelBytes != 0 && (frame == frameCount || pictures.overlap());
-        const float t = static_cast<float>(frame) / static_cast<float>(frameCount);
-        for (size_t i = 0; i < lineCount && isSeen; ++i)
-            pairs[i] = pairBetween(sourceLines[i], targetLines[i], t);
+        if (isSeen)
+            morpher.startFrame(static_cast<float>(frame) / static_cast<float>(frameCount));
         for (int32_t y = 0; y < pictures.height; ++y) {
-            std::printf("processing frame %d: line %d of %d\n", frame, y, pictures.height);
-            if (!isSeen)
-                continue;
-            morphRow(sums, pairs.data(), lineCount, y, pictures.width);
-            copyRow(pictures, sums, y);
+            std::printf("processing frame %d: line %d of %d\n", static_cast<int32_t>(frame), y,
+                        pictures.height);
+            if (isSeen)
+                morpher.morphRow(y);
         }
     }
     return wrappingAdd(frameCount, 1);
 }
 
 } // namespace
+
+bool morphFrame(const LxImage &source, LxImage &destination, const LxMorphLine *sourceLines,
+                const LxMorphLine *targetLines, size_t lineCount, float t) {
+    const Pictures pictures = picturesOf(source, destination);
+    if (pictures.pixelBytes == 0 || !fit(source, destination))
+        return false;
+    try {
+        Morpher morpher(pictures, sourceLines, targetLines, lineCount);
+        morpher.startFrame(t);
+        for (int32_t y = 0; y < pictures.height; ++y)
+            morpher.morphRow(y);
+        return true;
+    } catch (const std::bad_alloc &) {
+        return false;
+    }
+}
+
 } // namespace lx
 
 using namespace lx;
 
 int32_t LxMorphFrames(LxImage *source, LxImage *destination, const LxMorphLine *sourceLines,
                       const LxMorphLine *targetLines, int32_t lineCount, int32_t frameCount) {
-    if (source == nullptr || destination == nullptr || frameCount < 1)
-        return frameCount;
-    const Pictures pictures = {firstRow(*source), firstRow(*destination), width(*source), height(*source),
-                               handledPixelBytes(*source)};
-    if (pictures.bytes() > LxImage_DataSize(source) || pictures.bytes() > LxImage_DataSize(destination))
+    if (source == nullptr || destination == nullptr || frameCount < 1 || !fit(*source, *destination))
         return frameCount;
     try {
-        return morphFrames(pictures, sourceLines, targetLines, static_cast<size_t>(std::max(lineCount, 0)),
-                           frameCount);
+        return morphFrames(picturesOf(*source, *destination), sourceLines, targetLines,
+                           static_cast<size_t>(std::max(lineCount, 0)), frameCount);
     } catch (const std::bad_alloc &) {
         return frameCount;
     }

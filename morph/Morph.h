@@ -2,6 +2,7 @@
 // result looks up its source through a weighted sum of the displacements that all lines propose.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 
 #include <oxlume/LxImage.h>
@@ -13,6 +14,15 @@ struct LxMorphLine {
     float length;
     int32_t lengthSquared; // dx * dx + dy * dy
 };
+
+namespace lx {
+
+// One frame, with the lines at `t` of the way. Answers false, and does nothing, where the images do not fit
+// each other or memory is short. Rows are tightly packed, as below.
+bool morphFrame(const LxImage &source, LxImage &destination, const LxMorphLine *sourceLines,
+                const LxMorphLine *targetLines, size_t lineCount, float t);
+
+} // namespace lx
 
 extern "C" {
 

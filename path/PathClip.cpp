@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 
+#include "path/PathBuilder.h"
 #include "path/PathIndex.h"
 #include "path/PathOperations.h"
 #include "path/PathReader.h"

@@ -1,5 +1,6 @@
 // Paths: transforming, flattening, point arrays, counts.
 
+#include "path/PathBuilder.h"
 #include "path/PathOperations.h"
 #include "path/PathWalk.h"
 
@@ -60,6 +61,11 @@ private:
     PathBuilder &out_;
 };
 
+void flatten(const LxPath &path, const LxMatrix *matrix, PathBuilder &out) {
+    FlatteningPen pen(out);
+    walkItems(path, matrix, pen);
+}
+
 LxPathInfo count(const LxPath &path, const LxMatrix *matrix) {
     CountingPen pen;
     walkItems(path, matrix, pen);
@@ -101,11 +107,6 @@ void transformPath(LxPath &path, const LxMatrix &matrix) {
             words[1] = wordOf(point.y);
         }
     });
-}
-
-void flatten(const LxPath &path, const LxMatrix *matrix, PathBuilder &out) {
-    FlatteningPen pen(out);
-    walkItems(path, matrix, pen);
 }
 
 } // namespace lx

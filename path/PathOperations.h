@@ -2,15 +2,11 @@
 #pragma once
 
 #include "path/Path.h"
-#include "path/PathBuilder.h"
 
 namespace lx {
 
 // Moves the stored points in place, up to the first word that is no item.
 void transformPath(LxPath &path, const LxMatrix &matrix);
-
-// Writes the flattened path, as moves, lines and closes.
-void flatten(const LxPath &path, const LxMatrix *matrix, PathBuilder &out);
 
 // Clips closed subpaths of moves and lines. A path without a close, or with a word that is no item, stays as
 // it is. False without memory.

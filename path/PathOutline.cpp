@@ -10,6 +10,7 @@
 #include <oxlume/LxMem.h>
 
 #include "geometry/Line.h"
+#include "path/PathBuilder.h"
 #include "path/PathOperations.h"
 #include "path/PathWalk.h"
 
@@ -214,8 +215,10 @@ private:
 };
 
 LxPath *createOutline(const LxPath &path, double width, int32_t style) {
-    // A line becomes two or three on either side.
-    const int64_t side = 3 * int64_t{path.count};
+    // A line becomes two or three on either side. What is expected of long paths has a limit, as memory that
+    // is not needed may not be there.
+    constexpr int64_t maxExpected = 1 << 20;
+    const int64_t side = std::min(3 * int64_t{path.count}, maxExpected);
     PathBuilder out(2 * side);
     StrokingPen pen(out, side, width, style);
     pen.finish(walkItems(path, nullptr, pen));

@@ -1,6 +1,9 @@
 // Reading a path item by item, by the items' true sizes.
 #pragma once
 
+#include <algorithm>
+#include <iterator>
+
 #include "path/Path.h"
 
 namespace lx {

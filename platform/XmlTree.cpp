@@ -56,10 +56,10 @@ bool load(pugi::xml_document &document, const std::string &path) {
     const auto size = std::filesystem::file_size(path, failure);
     if (failure || size > static_cast<uintmax_t>(XmlTree::maxFileBytes))
         return false;
+    std::ifstream file(path, std::ios::binary);
     void *bytes = pugi::get_memory_allocation_function()(size + 1);
     if (bytes == nullptr)
         return false;
-    std::ifstream file(path, std::ios::binary);
     file.read(static_cast<char *>(bytes), static_cast<std::streamsize>(size));
     const auto length = static_cast<size_t>(file.gcount());
     return bool(document.load_buffer_inplace_own(bytes, length));

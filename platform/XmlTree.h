@@ -50,7 +50,7 @@ private:
 // A parsed file. Memory is in proportion to the file, of at most `maxFileBytes`, and depth costs no stack.
 class XmlTree {
 public:
-    static constexpr long long maxFileBytes = 64 << 20;
+    static constexpr long long maxFileBytes = 32 << 20;
 
     // `url` is a "file:" URL or a plain path. The tree is null if that is no file that can be read, too large
     // a file, or no well-formed XML. Entities that the file defines itself are not replaced.

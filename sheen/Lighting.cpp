@@ -14,7 +14,7 @@
 namespace lx {
 namespace {
 
-constexpr void (*lightRows[])(const LightRow &) = LX_VECTOR_TABLE(lightRow);
+constexpr void (*lightPixels[])(const LightPass &) = LX_VECTOR_TABLE(lightPixels);
 
 constexpr double degreesPerRadian = 57.29577951308232;
 
@@ -30,25 +30,27 @@ LxRectL frameOf(const LxSheenDescriptor &descriptor) {
             truncateToInt32(std::ceil(frame.x1)), truncateToInt32(std::ceil(frame.y1))};
 }
 
-LightRow lightOf(const LxSheenDescriptor &descriptor) {
+LightPass lightOf(const LxSheenDescriptor &descriptor) {
     const LxSheenLight &light = descriptor.light;
     const double lx = std::cos(light.azimuth) * std::cos(light.elevation) * light.brilliance;
     const double ly = std::sin(light.azimuth) * std::cos(light.elevation) * light.brilliance;
     const double lz = std::sin(light.elevation) * light.brilliance;
     const double depth = 1530.0 / light.width;
-    LightRow row = {};
-    row.lx = static_cast<float>(lx);
-    row.ly = static_cast<float>(ly);
-    row.lz = static_cast<float>(lz);
-    row.lift = static_cast<float>(depth * lz);
-    row.depth2 = static_cast<float>(depth * depth);
-    row.ambient = static_cast<float>(light.ambient);
-    row.alphaThreshold = static_cast<float>(descriptor.alphaThreshold);
-    return row;
+    LightPass pass = {};
+    pass.lx = static_cast<float>(lx);
+    pass.ly = static_cast<float>(ly);
+    pass.lz = static_cast<float>(lz);
+    pass.lift = static_cast<float>(depth * lz);
+    pass.depth2 = static_cast<float>(depth * depth);
+    pass.ambient = static_cast<float>(light.ambient);
+    pass.alphaThreshold = static_cast<float>(descriptor.alphaThreshold);
+    return pass;
 }
 
-const float *heightRow(const LxImage &image, int32_t y) {
-    return reinterpret_cast<const float *>(rowAddress(image, y));
+template <class Pixel>
+ptrdiff_t strideOf(const LxImage &image) {
+    const ptrdiff_t pixels = image.rowBytes / static_cast<int32_t>(sizeof(Pixel));
+    return image.flipped != 0 ? -pixels : pixels;
 }
 
 // Makes the outermost rows and columns transparent.
@@ -64,10 +66,6 @@ void clearEdges(LxImage &picture) {
 
 } // namespace
 
-void lightRow(const LightRow &row) {
-    lightRows[vectorLevelIndex()](row);
-}
-
 OwnedImage litPicture(const LxSheenDescriptor &descriptor) {
     const LxImage &heights = *descriptor.floatImage;
     const LxImage &colors = *descriptor.colorImage;
@@ -80,19 +78,19 @@ OwnedImage litPicture(const LxSheenDescriptor &descriptor) {
     OwnedImage picture(createImage(kLxPixelRGBA, frame, !isPlain, false));
     if (picture == nullptr || descriptor.width < 3)
         return picture;
-    LightRow row = lightOf(descriptor);
+    LightPass pass = lightOf(descriptor);
     // On purpose: rows are bounded by the width and columns by the height. The two are equal; where they were
     // not, nothing outside the images would be touched.
-    const int32_t endY = std::min({descriptor.width, height(heights), height(*picture)}) - 1;
-    const int32_t endX = std::min({descriptor.height, width(heights), width(*picture)}) - 1;
-    row.count = endX - 1;
-    for (int32_t y = 1; y < endY; ++y) {
-        row.above = heightRow(heights, y - 1);
-        row.middle = heightRow(heights, y);
-        row.below = heightRow(heights, y + 1);
-        row.colors = reinterpret_cast<const LxRGBA *>(rowAddress(colors, y)) + 1;
-        row.out = reinterpret_cast<LxRGBA *>(rowAddress(*picture, y)) + 1;
-        lightRow(row);
+    pass.height = std::min({descriptor.width, height(heights), height(*picture)}) - 2;
+    pass.width = std::min({descriptor.height, width(heights), width(*picture)}) - 2;
+    if (pass.width > 0 && pass.height > 0) {
+        pass.heights = reinterpret_cast<const float *>(rowAddress(heights, 0));
+        pass.colors = reinterpret_cast<const LxRGBA *>(rowAddress(colors, 1)) + 1;
+        pass.out = reinterpret_cast<LxRGBA *>(rowAddress(*picture, 1)) + 1;
+        pass.heightStride = strideOf<float>(heights);
+        pass.colorStride = strideOf<LxRGBA>(colors);
+        pass.outStride = strideOf<LxRGBA>(*picture);
+        lightPixels[vectorLevelIndex()](pass);
     }
     if (isPlain)
         clearEdges(*picture);

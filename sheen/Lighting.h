@@ -1,32 +1,32 @@
 // The last pass: colours lit by the slope of the heights.
 #pragma once
 
+#include <cstddef>
+
 #include "sheen/Descriptor.h"
 
 namespace lx {
 
-// The light as the pixels see it: computed in doubles, used in single precision.
-struct LightRow {
+// The light as the pixels see it, computed in doubles and used in single precision, and the pixels.
+struct LightPass {
     float lx, ly, lz;
     float lift, depth2;
     float ambient;
     float alphaThreshold;
-    int32_t count;
-    // The heights above, at and below the pixels, each with one more in front of the first and behind the
-    // last.
-    const float *above, *middle, *below;
+    int32_t width, height; // of the pixels to light
+    // The height above and to the left of the first pixel; the heights reach one pixel beyond on all sides.
+    const float *heights;
     const LxRGBA *colors;
     LxRGBA *out;
+    ptrdiff_t heightStride, colorStride, outStride; // from row to row, in pixels
 };
-
-void lightRow(const LightRow &row);
 
 // One per vector level.
 namespace baseline {
-void lightRow(const LightRow &row);
+void lightPixels(const LightPass &pass);
 }
 namespace avx2 {
-void lightRow(const LightRow &row);
+void lightPixels(const LightPass &pass);
 }
 
 // The lit picture of a descriptor whose composite stands, or null if it cannot be made.

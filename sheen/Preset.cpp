@@ -182,6 +182,12 @@ void writeLight(const LxSheenDescriptor &descriptor, std::string &text) {
         text += joined({"[light]\n", lines, "\n"});
 }
 
+// What stores as this value. Rounding takes a negative whole number up to the next, so one half is taken off
+// before.
+double storedAs(uint32_t index, double value) {
+    return sheenParameters[index].step != 0.0 && value < 0.0 ? value - 0.5 : value;
+}
+
 void writeLayer(const LxSheenLayer &layer, std::string &text) {
     // A name is part of its line.
     std::string name = layer.name;
@@ -198,7 +204,7 @@ void writeLayer(const LxSheenLayer &layer, std::string &text) {
         text += "enabled = no\n";
     for (uint32_t i = 0; i < kSheenParameterCount; ++i) {
         if (layer.Value(i) != sheenParameters[i].defaultValue)
-            text += joined({sheenParameters[i].key, " = ", textOf(layer.Value(i)), "\n"});
+            text += joined({sheenParameters[i].key, " = ", textOf(storedAs(i, layer.Value(i))), "\n"});
     }
 }
 

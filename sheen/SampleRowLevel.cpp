@@ -73,8 +73,8 @@ Point sheerAndPerspective(const SheenValues &s, Point p) {
     return p;
 }
 
-// Distances at which the part of the shape is certain without the angle of a point: both folded coordinates
-// are at most the distance, and one of them is at least 0.7071 times it.
+// Distances at which the part of the shape that a point lies in is certain without its angle: each folded
+// coordinate is at most the distance, and their squares add up to its square.
 struct Certainty {
     double outside; // beyond this every point lies outside; infinite if there is no such distance
     double plateau; // up to this every point lies on the plateau, where its place makes no difference; or -1
@@ -196,9 +196,8 @@ inline bool fold(const SheenValues &s, const RowState &state, Point &p, Point &n
     return foldByAngle(s, state, kind == Fold::polar, p, noise);
 }
 
-Doubles shapeValue(double shapeParameter, Doubles p) {
-    // The whole part of the parameter counts; the shapes that exist are 0, 1 and 2.
-    const double shape = shapeParameter;
+// The whole part of `shape` counts; the shapes that exist are 0, 1 and 2.
+Doubles shapeValue(double shape, Doubles p) {
     if (shape > -1.0 && shape < 1.0)
         return 1.0 - p * p;
     if (shape >= 1.0 && shape < 2.0) {
@@ -253,7 +252,8 @@ inline Doubles noise1D(Doubles x) {
     const HalfWords lowered = (HalfWords)truncated(x) + __builtin_convertvector(x < 0.0, HalfWords);
     const Doubles cell = widened((HalfInts)lowered);
     const Doubles f = x - cell;
-    if (every(cell == cell[0])) {
+    const DoubleMask together = cell == cell[0];
+    if (every(together)) {
         const NoiseRow &row = noiseRows()[lowered[0] & 255];
         return f * ((f * row.a + row.b) * f + row.c) + row.d;
     }
@@ -302,8 +302,10 @@ inline Doubles noise2D(RowState &state, Doubles x, Doubles y) {
     const HalfInts ix = truncated(x);
     const Doubles cellX = widened(ix);
     const Doubles fx = x - cellX;
-    if (!every((cellX == state.cellX) & (y == state.cellY))) {
-        if (!every((cellX == cellX[0]) & (y == y[0])))
+    const DoubleMask known = (cellX == state.cellX) & (y == state.cellY);
+    if (!every(known)) {
+        const DoubleMask together = (cellX == cellX[0]) & (y == y[0]);
+        if (!every(together))
             return noise2DAnywhere(ix, fx, y);
         state.cellX = cellX[0];
         state.cellY = y[0];
@@ -529,7 +531,8 @@ inline void sampleSome(const SheenValues &s, RowState &state, SampleRow &row, Do
     height = choose(height > 1.0, all(1.0), height);
     height = choose(height >= 0.0, height, Doubles{}); // also for what is not a number
     store(narrowed(height), row.out + x, count);
-    const int raised = bits(height > 0.0) & ((1 << count) - 1);
+    const DoubleMask positive = height > 0.0;
+    const int raised = bits(positive) & ((1 << count) - 1);
     if (raised != 0) {
         if (row.last < 0)
             row.first = x + __builtin_ctz((unsigned)raised);
@@ -557,11 +560,13 @@ void sample(const SheenValues &s, SampleRow &target) {
     }
     RowState state = {certaintyOf(s), NAN, NAN, {}};
     const Doubles y = all(row.y);
-    int x = 0;
-    for (; x + doubleLanes <= row.count; x += doubleLanes)
+    for (int x = 0; x + doubleLanes <= row.count; x += doubleLanes)
         sampleSome<kind, shaped, noisy>(s, state, row, y, x, doubleLanes);
-    if (x < row.count)
-        sampleSome<kind, shaped, noisy>(s, state, row, y, x, row.count - x);
+    // The last pixels in a whole vector too, if there is room: some are sampled twice, to the same result.
+    if (row.count < doubleLanes)
+        sampleSome<kind, shaped, noisy>(s, state, row, y, 0, row.count);
+    else if (row.count % doubleLanes != 0)
+        sampleSome<kind, shaped, noisy>(s, state, row, y, row.count - doubleLanes, doubleLanes);
     target = row;
 }
 

@@ -8,8 +8,12 @@
 
 namespace tool {
 
+void addBlendCommand(CLI::App &program);
 void addInfoCommand(CLI::App &program);
+void addMorphCommand(CLI::App &program);
 void addSheenCommand(CLI::App &program);
 void addSvgCommand(CLI::App &program);
+void addModesCommand(CLI::App &program);
+void addPathCommand(CLI::App &program);
 
 } // namespace tool

@@ -28,9 +28,9 @@ void place(const LxImage &picture, LxImage &sheet, int32_t left, int32_t top) {
     }
 }
 
-constexpr std::string_view shapedPreset =
-    "[layer]\ncolor = 214, 170, 92\nkInnerSize0 = 0.36\nkInnerSize1 = 0.3\n"
-    "kBorderSize0 = -0.4\nkBorderSize1 = -0.4\nkCornerType = 1\n";
+constexpr std::string_view shapedPreset = "[light]\nbrilliance = 1.25\nambient = 0.3\n[layer]\ncolor = 214, "
+                                          "170, 92\nkInnerSize0 = 0.36\nkInnerSize1 = 0.3\n"
+                                          "kBorderSize0 = -0.4\nkBorderSize1 = -0.4\nkCornerType = 1\n";
 
 struct Companion {
     lx::SheenIndex first, last;
@@ -53,9 +53,13 @@ constexpr Companion companions[] = {
     {lx::kVertArch, lx::kVertArchShape, "kVertArch = 0.7\nkHeight = 0.4\n"},
     {lx::kHorArch, lx::kHorArchShape, "kHorArch = 0.7\nkHeight = 0.4\n"},
     {lx::kCentralArch, lx::kCentralArchShape, "kCentralArch = 0.8\nkHeight = 0.4\n"},
-    {lx::kNoiseAmount, lx::kNoiseNegClip, "kNoiseAmount = 0.8\nkNoiseZoom = -0.9\nkHeight = 0.6\n"},
-    {lx::kNoiseVertCurve, lx::kNoiseHorCurve, "kNoiseZoom = -1\n"},
-    {lx::kCenterRotationPeriod, lx::kCenterRotationPeriod, "kInnerSize0 = 0.2\nkInnerSize1 = 0.2\n"},
+    {lx::kNoiseAmount, lx::kNoiseNegClip,
+     "kNoiseAmount = 0.2\nkNoiseZoom = -12\nkHeight = 0.6\nkInnerSize0 = 0.9\nkInnerSize1 = 0.9\n"
+     "kCenter0 = 0\nkCenter1 = 0\n"},
+    {lx::kNoiseVertCurve, lx::kNoiseHorCurve, "kNoiseZoom = -9\n"},
+    {lx::kCenterRotationPeriod, lx::kCenterRotationPeriod,
+     "kInnerSize0 = 0.6\nkInnerSize1 = 0.6\nkCenter0 = 0.6\n"},
+    {lx::kProfileType, lx::kProfilePar3, "kBorderSize0 = -0.9\nkBorderSize1 = -0.9\n"},
     {lx::kElevationDirection, lx::kElevationAmount, "kHeight = 0.5\n"},
 };
 

@@ -20,9 +20,13 @@ int fail(const char *message) {
 int run(int argc, char **argv) {
     CLI::App program("2D graphics and imaging from the command line.", "oxlume");
     program.require_subcommand(1);
+    tool::addBlendCommand(program);
     tool::addInfoCommand(program);
+    tool::addMorphCommand(program);
     tool::addSheenCommand(program);
     tool::addSvgCommand(program);
+    tool::addModesCommand(program);
+    tool::addPathCommand(program);
     try {
         program.parse(argc, argv);
         return 0;

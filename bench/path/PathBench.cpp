@@ -52,7 +52,7 @@ PathHandle pathOf(const Points &points) {
     return path;
 }
 
-// Control points of ten closed curves, three points each, about `size` across: the outline of a blot.
+// The points of ten curves around a blot that is about `size` across.
 Points blot(double size) {
     std::mt19937 engine(2);
     std::uniform_real_distribution<double> radius(size * 0.3, size * 0.5);
@@ -102,7 +102,7 @@ void appendLines(benchmark::State &state) {
     setItems(state, state.range(0));
 }
 
-// A small path outlives each one that is built, so that arrays cannot simply grow at the heap's end.
+// Two paths grow by turns, so that neither array can simply grow at the heap's end.
 void appendLinesToTwoPaths(benchmark::State &state) {
     for (auto _ : state) {
         const PathHandle path(LxPath_Create());
@@ -162,7 +162,8 @@ agg::path_storage aggCurves(const Points &p) {
     return path;
 }
 
-// Reads all vertices of a source into a path of AGG's, as our functions write theirs.
+// Reads all vertices of a source into a path of AGG's, as our functions write theirs; unlike them it keeps
+// its memory from one run to the next.
 template <class Source>
 unsigned collect(Source &source, agg::path_storage &out) {
     out.remove_all();

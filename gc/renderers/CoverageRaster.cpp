@@ -26,19 +26,22 @@ void paintSamples(std::span<const uint32_t> samples, bool nonZero, Paint &paint)
     int32_t x = 0, y = 0;
     int32_t winding = 0, windingAtStart = 0;
     CellSums sums = {};
+    bool visible = paint.row(0);
     const auto flush = [&] {
-        if (const int32_t c = coverage(sums, windingAtStart, nonZero))
-            paint.pixel(x, y, c);
+        if (const int32_t c = coverage(sums, windingAtStart, nonZero); c != 0 && visible)
+            paint.pixel(x, c);
         sums = {};
     };
     for (const uint32_t word : samples) {
         const Sample sample = {word};
         if (sample.x() != x || sample.y() != y) {
             flush();
-            if (sample.y() != y)
+            if (sample.y() != y) {
                 winding = 0;
-            else if (const int32_t c = coverage({}, winding, nonZero))
-                paint.run(x + 1, sample.x(), y, c);
+                visible = paint.row(sample.y());
+            } else if (const int32_t c = coverage({}, winding, nonZero); c != 0 && visible) {
+                paint.run(x + 1, sample.x(), c);
+            }
             windingAtStart = winding;
             x = sample.x();
             y = sample.y();
@@ -56,14 +59,15 @@ void paintSamples(std::span<const uint32_t> samples, bool nonZero, Paint &paint)
 
 // Paints a row from the sums of its pixels, and empties them.
 template <class Paint>
-void paintRow(RowCells &cells, int32_t y, bool nonZero, Paint &paint) {
+void paintRow(RowCells &cells, bool nonZero, Paint &paint) {
     int32_t winding = 0;
     int32_t next = 0; // the pixel behind the last one with a sample
     cells.drain([&](int32_t x, const CellSums &sums, int32_t windingChange) {
-        if (const int32_t c = coverage({}, winding, nonZero); c != 0 && next < x)
-            paint.run(next, x, y, c);
+        if (winding != 0 && next < x)
+            if (const int32_t c = coverage({}, winding, nonZero))
+                paint.run(next, x, c);
         if (const int32_t c = coverage(sums, winding, nonZero))
-            paint.pixel(x, y, c);
+            paint.pixel(x, c);
         winding += windingChange;
         next = x + 1;
     });
@@ -71,18 +75,17 @@ void paintRow(RowCells &cells, int32_t y, bool nonZero, Paint &paint) {
 
 // The same picture as paintSamples gives, from samples whose rows are all told apart.
 template <class Paint>
-void paintRows(const SampleRows &rows, bool nonZero, Paint &paint) {
+void paintRows(SampleRows &rows, bool nonZero, Paint &paint) {
     RowCells &cells = sharedCells();
-    for (int32_t y = rows.first(); y <= rows.last(); ++y) {
-        for (const uint32_t word : rows.row(y))
-            cells.add(word);
-        paintRow(cells, y, nonZero, paint);
+    for (int32_t y = rows.first(); y <= rows.last() && paint.row(y); ++y) {
+        rows.read(y, cells);
+        paintRow(cells, nonZero, paint);
     }
 }
 
 template <class Paint>
 void paintBest(LxRaster &raster, Paint &&paint) {
-    const SampleRows rows(samplesOf(raster));
+    SampleRows rows(samplesOf(raster));
     const bool nonZero = raster.nonZero != 0;
     if (rows.wrapped())
         paintSamples(samplesOf(raster).sort(), nonZero, paint);
@@ -114,7 +117,7 @@ const RasterForm coverageForm = {restart, addEdge, fill, createStore, LxMem_free
 
 void fillCoverage(LxRaster &raster, LxImage &image, const LxBlend &blend, LxShader &shader,
                   FillMethod method) {
-    if (samplesOf(raster).count == 0)
+    if (samplesOf(raster).isEmpty())
         return;
     const LxColor color = beginFill(raster, shader);
     const LxPixelBlendFunction kernel =

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstdlib>
@@ -27,21 +28,40 @@ inline int32_t coverage(const CellSums &sums, int32_t winding, bool nonZero) {
 // The sums of a row's pixels, filled from samples in any order and read from left to right.
 class RowCells {
 public:
-    void add(uint32_t word) {
-        const Sample sample = {word};
-        const auto x = static_cast<uint32_t>(sample.x());
-        const uint64_t covered = static_cast<uint64_t>(sample.covered());
-        cells_[x] += sample.down() ? windingOne + (covered << riseShift) : covered - windingOne;
-        touched_[x / 64] |= uint64_t{1} << x % 64;
+    // Adds samples up to `end` for as long as they are in the row `y`. The first one is; answers where the
+    // next one is.
+    const uint32_t *add(const uint32_t *word, const uint32_t *end, uint32_t y) {
+        uint32_t block = blockOf(*word);
+        uint64_t bits = 0; // of the touched pixels in the block
+        do {
+            const uint32_t x = *word >> pixelShift & (maxPixels - 1);
+            if (blockOf(*word) != block) {
+                touch(block, bits);
+                block = blockOf(*word);
+                bits = 0;
+            }
+            bits |= uint64_t{1} << x % blockPixels;
+            // An upright edge puts the same sample into all quarters of a row.
+            if (end - word >= quarters && word[1] == word[0] && word[2] == word[0] && word[3] == word[0]) {
+                cells_[x] += quarters * changes[*word % changes.size()];
+                word += quarters;
+            } else {
+                cells_[x] += changes[*word % changes.size()];
+                ++word;
+            }
+        } while (word != end && *word >> rowShift == y);
+        touch(block, bits);
+        return word;
     }
 
     // Calls visit(x, sums, change of winding) for each pixel with a sample, from the left, and empties the
     // row.
     template <class Visit>
     void drain(Visit visit) {
-        for (uint32_t i = 0; i < wordCount; ++i) {
-            for (uint64_t bits = touched_[i]; bits != 0; bits &= bits - 1) {
-                const uint32_t x = i * 64 + static_cast<uint32_t>(std::countr_zero(bits));
+        for (; touchedBlocks_ != 0; touchedBlocks_ &= touchedBlocks_ - 1) {
+            const auto block = static_cast<uint32_t>(std::countr_zero(touchedBlocks_));
+            for (uint64_t bits = touched_[block]; bits != 0; bits &= bits - 1) {
+                const uint32_t x = block * blockPixels + static_cast<uint32_t>(std::countr_zero(bits));
                 const uint64_t cell = cells_[x];
                 cells_[x] = 0;
                 visit(static_cast<int32_t>(x),
@@ -49,24 +69,44 @@ public:
                                -static_cast<int32_t>(cell & sumMask)},
                       static_cast<int32_t>(static_cast<int64_t>(cell) >> windingShift));
             }
-            touched_[i] = 0;
+            touched_[block] = 0;
         }
     }
 
 private:
+    static constexpr uint32_t blockPixels = 64;
+    static constexpr uint32_t blocks = maxPixels / blockPixels;
+    static_assert(blocks <= 32);
+
     // A cell packs the two sums, which only grow and stay below 2^22, and the change of winding above them,
     // which has a sign.
     static constexpr int riseShift = 22;
     static constexpr int windingShift = 44;
     static constexpr uint64_t sumMask = (uint64_t{1} << riseShift) - 1;
-    static constexpr uint64_t windingOne = uint64_t{1} << windingShift;
     static_assert(int64_t{maxSamples} * sampleParts <= int64_t{sumMask});
     static_assert(maxSamples < 1 << (63 - windingShift));
 
-    static constexpr uint32_t wordCount = maxPixels / 64;
+    // What a sample adds to its cell, by the bits below its pixel.
+    static constexpr std::array<uint64_t, 2 *subpixels> changes = [] {
+        std::array<uint64_t, 2 *subpixels> table = {};
+        constexpr uint64_t windingOne = uint64_t{1} << windingShift;
+        for (uint32_t bits = 0; bits < table.size(); ++bits) {
+            const auto covered = static_cast<uint64_t>(Sample{bits}.covered());
+            table[bits] = Sample{bits}.down() ? windingOne + (covered << riseShift) : covered - windingOne;
+        }
+        return table;
+    }();
+
+    static uint32_t blockOf(uint32_t word) { return (word >> pixelShift & (maxPixels - 1)) / blockPixels; }
+
+    void touch(uint32_t block, uint64_t bits) {
+        touched_[block] |= bits;
+        touchedBlocks_ |= uint32_t{1} << block;
+    }
 
     uint64_t cells_[maxPixels];
-    uint64_t touched_[wordCount];
+    uint64_t touched_[blocks]; // a bit for each cell
+    uint32_t touchedBlocks_;   // a bit for each word of those
 };
 
 } // namespace lx

@@ -12,10 +12,17 @@
 namespace lx {
 namespace {
 
+// Samples in which rows never fall, from the next one on.
+struct Run {
+    const uint32_t *word;
+    Run *next; // in the row's list
+};
+
 struct Store {
     uint32_t samples[maxSamples];
-    uint32_t scratch[maxSamples]; // the other side of a sort
-    uint32_t rowEnds[maxPixels];  // of the rows in `scratch`
+    uint32_t scratch[maxSamples]; // the other side of the sort
+    Run runs[maxSamples];
+    Run *waiting[maxPixels]; // by row
     RowCells cells;
 };
 
@@ -81,6 +88,10 @@ RowCells &sharedCells() {
     return store->cells;
 }
 
+bool SampleList::isEmpty() const {
+    return count == 0 || store == nullptr;
+}
+
 void SampleList::addEdge(double x0, double y0, double x1, double y1) {
     int64_t fromX = truncateToInt32(x0 * subpixels), toX = truncateToInt32(x1 * subpixels);
     int64_t fromY = truncateToInt32(y0 * quarters), toY = truncateToInt32(y1 * quarters);
@@ -128,32 +139,40 @@ std::span<const uint32_t> SampleList::sort() {
 }
 
 SampleRows::SampleRows(const SampleList &list) {
-    if (store == nullptr || list.count == 0)
+    if (list.isEmpty())
         return;
-    const std::span<const uint32_t> samples(store->samples, static_cast<size_t>(list.count));
-    uint32_t low = UINT32_MAX, high = 0;
-    for (const uint32_t word : samples) {
-        low = std::min(low, word);
-        high = std::max(high, word);
+    end_ = store->samples + list.count;
+    Run *runEnd = store->runs;
+    uint32_t low = UINT32_MAX, high = 0, above = UINT32_MAX;
+    for (const uint32_t *word = store->samples; word != end_; ++word) {
+        const uint32_t y = *word >> rowShift;
+        if (y < above) {
+            runEnd++->word = word;
+            low = std::min(low, y);
+        }
+        high = std::max(high, y);
+        above = y;
     }
-    first_ = static_cast<int32_t>(low >> rowShift);
-    last_ = static_cast<int32_t>(high >> rowShift);
+    first_ = static_cast<int32_t>(low);
+    last_ = static_cast<int32_t>(high);
     if (wrapped())
         return;
-    uint32_t *const ends = store->rowEnds;
-    std::fill(ends + first_, ends + last_ + 1, 0u);
-    for (const uint32_t word : samples)
-        ++ends[word >> rowShift];
-    uint32_t place = 0;
-    for (int32_t y = first_; y <= last_; ++y)
-        place += std::exchange(ends[y], place);
-    for (const uint32_t word : samples)
-        store->scratch[ends[word >> rowShift]++] = word;
+    std::fill(store->waiting + low, store->waiting + high + 1, nullptr);
+    for (Run *run = store->runs; run != runEnd; ++run)
+        run->next = std::exchange(store->waiting[*run->word >> rowShift], run);
 }
 
-std::span<const uint32_t> SampleRows::row(int32_t y) const {
-    const uint32_t begin = y > first_ ? store->rowEnds[y - 1] : 0;
-    return {store->scratch + begin, store->rowEnds[y] - begin};
+void SampleRows::read(int32_t y, RowCells &cells) {
+    const auto row = static_cast<uint32_t>(y);
+    for (Run *run = store->waiting[row]; run != nullptr;) {
+        run->word = cells.add(run->word, end_, row);
+        Run *const next = run->next;
+        // The run goes on if it is not at the end, and its next row has not fallen behind: that would be
+        // another run.
+        if (run->word != end_ && *run->word >> rowShift > row)
+            run->next = std::exchange(store->waiting[*run->word >> rowShift], run);
+        run = next;
+    }
 }
 
 } // namespace lx

@@ -14,6 +14,9 @@ struct SampleList {
     int32_t count;
     bool sorted;
 
+    // Also while there is no store: the samples went with it.
+    bool isEmpty() const;
+
     // Adds the samples of an edge, in pixels.
     void addEdge(double x0, double y0, double x1, double y1);
 
@@ -25,6 +28,10 @@ struct SampleList {
 bool ensureSampleStore();
 
 // The samples of a list row by row, in any order inside a row.
+//
+// They are not sorted: each edge wrote its samples from the top down, so the list is made of runs in which
+// rows never fall, and reading row by row takes what each run has next. Every run waits in the list of the
+// row of its next sample.
 class SampleRows {
 public:
     // Empty if the list is, or while there is no store.
@@ -35,13 +42,16 @@ public:
 
     int32_t first() const { return first_; }
     int32_t last() const { return last_; }
-    std::span<const uint32_t> row(int32_t y) const;
+
+    // Adds the next row's samples to the cells: to be called for each row from first() to last().
+    void read(int32_t y, RowCells &cells);
 
 private:
+    const uint32_t *end_ = nullptr;
     int32_t first_ = 0, last_ = -1;
 };
 
-// The cells of a row, all empty, for the use of one fill.
+// The cells of a row, all empty, for the use of one fill. Only while there is a store.
 RowCells &sharedCells();
 
 } // namespace lx

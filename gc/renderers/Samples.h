@@ -29,10 +29,12 @@ inline constexpr int pixelShift = 6;
 struct Sample {
     uint32_t word;
 
-    bool down() const { return (word & 1) != 0; }
-    int32_t covered() const { return sampleParts - static_cast<int32_t>(word >> 1 & (subpixels - 1)); }
-    int32_t x() const { return static_cast<int32_t>(word >> pixelShift & (maxPixels - 1)); }
-    int32_t y() const { return static_cast<int32_t>(word >> rowShift & (maxPixels - 1)); }
+    constexpr bool down() const { return (word & 1) != 0; }
+    constexpr int32_t covered() const {
+        return sampleParts - static_cast<int32_t>(word >> 1 & (subpixels - 1));
+    }
+    constexpr int32_t x() const { return static_cast<int32_t>(word >> pixelShift & (maxPixels - 1)); }
+    constexpr int32_t y() const { return static_cast<int32_t>(word >> rowShift & (maxPixels - 1)); }
 };
 
 // Samples that a shape can have; the rest of its edges is lost without notice.

@@ -85,11 +85,17 @@ inline Words mixed(Words pixels, Halves even, Halves odd, Halves w, Halves rest)
 
 void fill(void *out, uint32_t pixel, size_t count) {
     const Words pixels = allWords(pixel);
-    size_t i = 0;
-    for (; i + lanes <= count; i += lanes)
+    if (count < lanes) {
+        for (size_t i = 0; i < count; ++i)
+            storeOne(pixelAt(out, i), pixels);
+        return;
+    }
+    // The first and the last vector overlap the aligned ones between them.
+    store(out, pixels);
+    store(pixelAt(out, count - lanes), pixels);
+    const size_t first = (vectorBytes - (uintptr_t)out % vectorBytes) / 4;
+    for (size_t i = first; i + lanes < count; i += lanes)
         store(pixelAt(out, i), pixels);
-    for (; i < count; ++i)
-        storeOne(pixelAt(out, i), pixels);
 }
 
 // The weight in both halves of a word.

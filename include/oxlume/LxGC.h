@@ -40,7 +40,11 @@ LX_API LxGC *LxGC_CreateWithRect(LxRectD bounds, LxRectD clip);
 LX_API LxGC *LxGC_CreateWithImage(LxImage *image, LxRectD clip);
 
 /* Draw to a Quartz context (a CGContextRef), or by OpenGL to the context that is current; the rectangle is
- * the bounds and the clip. Null in a library without that renderer. */
+ * the bounds and the clip. Null in a library without that renderer.
+ *
+ * OpenGL's y grows upwards. Its renderer needs fixed functions (no core profile) and sets OpenGL's state at
+ * its creation: viewport, projection, blending. The clip limits strokes alone, in the path's own coordinates;
+ * gradients, blends and masks have no effect. LxGC_Fill clears the whole buffer. */
 LX_API LxGC *LxGC_CreateWithCGContextRef(void *context, LxRectD rect);
 LX_API LxGC *LxGC_CreateWithOpenGLContext(void *context, LxRectD rect);
 
@@ -176,9 +180,10 @@ LX_API uint32_t LxGC_RenderMode(const LxGC *gc);
  * purpose, the whole bounds where the two do not meet. A new clip replaces the old one and does not narrow
  * it. Swapped corners are sorted. */
 
-LX_API void LxGC_SetBoundsRectD(LxGC *gc, double x0, double y0, double x1,
-                                double y1); /* Keeps the clip inside. */
+/* The bounds; what the clip has been is derived anew. */
+LX_API void LxGC_SetBoundsRectD(LxGC *gc, double x0, double y0, double x1, double y1);
 LX_API void LxGC_SetBoundsRectL(LxGC *gc, int32_t x0, int32_t y0, int32_t x1, int32_t y1);
+
 LX_API void LxGC_SetClipRectD(LxGC *gc, double x0, double y0, double x1, double y1);
 LX_API void LxGC_SetClipRectL(LxGC *gc, int32_t x0, int32_t y0, int32_t x1, int32_t y1);
 LX_API void LxGC_SetClip(LxGC *gc, double x0, double y0, double x1, double y1); /* As LxGC_SetClipRectD. */
@@ -231,8 +236,8 @@ LX_API void LxGC_Path(LxGC *gc, const LxPath *path);
 
 /* ---- Whole pixels ----
  *
- * One pixel wide, without smoothing, in the stroke's colour and blend. Software renderers alone draw them,
- * and all but the lines draw pixel by pixel within the target. */
+ * One pixel wide, without smoothing, in the stroke's colour and blend, pixel by pixel. Only renderers on
+ * images draw them. */
 
 /* A row of pixels from x1 to x2, both included, through matrix and clip. On purpose, the second end is
  * transformed as if its y were 0, and a row that begins on the clip's right side, just outside, still draws
@@ -248,7 +253,8 @@ LX_API void LxGC_LineL(LxGC *gc, int32_t x1, int32_t y1, int32_t x2, int32_t y2)
 LX_API void LxGC_ALineL(LxGC *gc, int32_t x1, int32_t y1, int32_t x2, int32_t y2);
 
 /* A rectangle, by the render mode and without matrix. On purpose, the outline takes x2 and y2 as exclusive
- * while the fill, which is clipped and has the stroke's colour, includes row y2. */
+ * while the fill, which is clipped and has the stroke's colour, includes both. It is walked whole, also where
+ * it lies outside. */
 LX_API void LxGC_FrameL(LxGC *gc, int32_t x1, int32_t y1, int32_t x2, int32_t y2);
 
 /* No renderer draws it. */
@@ -276,7 +282,7 @@ LX_API void LxGC_DrawImageClipped(LxGC *gc, int32_t x, int32_t y, LxImage *image
 LX_API void LxGC_DrawImageClippedWithMask(LxGC *gc, int32_t x, int32_t y, LxImage *image, LxImage *mask,
                                           LxRectL rect);
 
-/* Draw `length` bytes of text with its first baseline point at (x, y). Only Quartz contexts do. On purpose,
+/* Draw `length` bytes of text from (x, y) on its baseline. Only Quartz contexts do. On purpose,
  * the form without a length passes 0 and draws nothing. */
 LX_API void LxGC_DrawText(LxGC *gc, double x, double y, const char *text);
 LX_API void LxGC_DrawTextWithLength(LxGC *gc, double x, double y, const char *text, int32_t length);

@@ -45,8 +45,10 @@ LX_API void LxGradient_SetType(LxGradient *gradient, int32_t type, int32_t curve
 
 /* Sets the stop `index`, 0 to 9: its colour, of which the four bytes count as r, g, b, a whatever its type;
  * its position, held to 0 to 1; and the first argument of the curve from this stop to the next, held to 0 to
- * 1, of which 0.5 is the even one. Stops are used from 0 up to the first that was not set, in order of their
- * index; positions should rise with it. Null and any other index are ignored. */
+ * 1, of which 0.5 is the even one. Positions should rise with the index. The first stop's colour reaches back
+ * to the start, and a stop without a next one reaches on to the end; without stop 0 all is opaque black. On
+ * purpose, a tenth stop passes on to the first colour again, at the position that is the first stop's `mid`.
+ * Null and any other index are ignored. */
 LX_API void LxGradient_AddColor(LxGradient *gradient, LxColor color, int32_t index, double position,
                                 double mid);
 

@@ -172,6 +172,15 @@ TEST(BlendChannels, TheRgbChannelFoldsTheMaskOnce) {
               (Bytes{9, 9, 9, 9}));
 }
 
+TEST(ChannelTable, AnAlphaGoesIntoAComponentOfColourOnlyAtAWeightAbove0) {
+    using enum Channel;
+    for (const Mode mode : {Mode::src, Mode::dstOver, Mode::userColor, Mode::srcOver, Mode::multiply}) {
+        EXPECT_EQ(blended(blendOf(mode, 0, alpha), {9}, {10}, {1, 2, 3, 4}), (Bytes{9}));
+        EXPECT_EQ(blended(blendOf(mode, 0, alpha), {9, 9, 9}, {1, 2, 3}, {10}), (Bytes{9, 9, 9}));
+        EXPECT_EQ(blended(blendOf(mode, 0, alpha), {9, 9, 9, 9}, {1, 2, 3, 80}, {10}), (Bytes{9, 9, 9, 9}));
+    }
+}
+
 TEST(BlendChannels, OtherCellsIgnoreTheChannel) {
     for (const Channel channel : {red, green, blue, alpha, rgb, rgba}) {
         const auto with = [&](Mode mode) { return blendOf(mode, 255, channel); };

@@ -325,6 +325,20 @@ TEST(GradientRamp, IsReusedWhereItIsLongEnough) {
     EXPECT_EQ(redAt(gradient, 50), 128) << "a step of the earlier shape still stands there";
 }
 
+TEST(GradientRamp, FollowsEveryChangeOfStopsAndCurve) {
+    const GradientHandle gradient = blackToWhite(kLxGradientAcross);
+    layOut(gradient, 0, 0, 1024, 1);
+    EXPECT_EQ(redAt(gradient, 256), 64);
+    LxGradient_SetType(gradient.get(), kLxGradientAcross, kLxGradientSine);
+    layOut(gradient, 0, 0, 1024, 1);
+    EXPECT_EQ(redAt(gradient, 256), 37);
+    LxGradient_AddColor(gradient.get(), grey(0), 1, 1.0, 0.5);
+    layOut(gradient, 0, 0, 1024, 1);
+    EXPECT_EQ(redAt(gradient, 256), 0);
+    layOut(gradient, 0, 0, 100, 1);
+    EXPECT_EQ(redAt(gradient, 99), 0);
+}
+
 TEST(GradientColor, IsHeldToTheRampEverywhere) {
     test::Random random;
     for (int32_t type = 0; type < 6; ++type) {

@@ -58,7 +58,7 @@ TEST(PathSafety, ReadersStayInsideAnyWords) {
     const LxRectD clip = {-10, -20, 30, 40};
     LxPathIterator *iterator = LxPath_CreateIterator();
     LxPathIterator_SetCallback(iterator, kLxPathOnSegment, reinterpret_cast<LxPathCallback>(onSegment));
-    for (int round = 0; round < 3000; ++round) {
+    for (int round = 0; round < 1000; ++round) {
         const PathHandle path = wildPath(random);
         int64_t segments = 0;
         LxPath_IterateConst(path.get(), iterator, &matrix, nullptr, &segments);

@@ -207,8 +207,10 @@ TEST(Lighting, AnyLightIsTaken) {
 }
 
 TEST(Lighting, UnequalSidesStayInsideTheImages) {
-    LxSheenDescriptor d(20, 7);
-    d.floatImage.reset(LxImage_Create(kLxPixelF, 0, 0, 20, 7, 1, 0));
-    d.colorImage.reset(LxImage_Create(kLxPixelRGBA, 0, 0, 20, 7, 1, 1));
-    EXPECT_NE(litPicture(d), nullptr);
+    for (const int high : {1, 2, 3, 7, 40}) {
+        LxSheenDescriptor d(20, high);
+        d.floatImage.reset(LxImage_Create(kLxPixelF, 0, 0, 20, high, 1, 0));
+        d.colorImage.reset(LxImage_Create(kLxPixelRGBA, 0, 0, 20, high, 1, 1));
+        EXPECT_NE(litPicture(d), nullptr);
+    }
 }

@@ -6,7 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "geometry/Noise.h"
-#include "tests/support/Random.h"
+#include "tests/sheen/PlainSurface.h"
+#include "tests/sheen/Surfaces.h"
 
 using namespace lx;
 
@@ -368,4 +369,28 @@ TEST(Evaluate, TakesEveryNumber) {
         }
         heightAt(surface, random.anyReal(), random.anyReal());
     }
+}
+
+TEST(Evaluate, AgreesWithThePlainForm) {
+    lx::test::Random random(8);
+    int inside = 0;
+    for (int i = 0; i < 20000; ++i) {
+        LxSheenSurface surface;
+        randomize(surface, random, {.wild = i % 4 == 0});
+        surface.Prepare();
+        ASSERT_EQ(surface.symmetryMask, lx::test::plainSymmetryMask(surface.values)) << "surface " << i;
+        for (int k = 0; k < 20; ++k) {
+            const double x = random.real(0, 1);
+            const double y = random.real(0, 1);
+            LxNoise_2D(-321.5, 77.25); // both forms start from the same cache
+            const double ours = heightAt(surface, x, y);
+            LxNoise_2D(-321.5, 77.25);
+            const double plain = lx::test::plainHeight(surface.values, x, y);
+            const bool isSame = ours == plain || (std::isnan(ours) && std::isnan(plain));
+            ASSERT_TRUE(isSame) << "surface " << i << " at " << x << ", " << y << ": " << ours << ", plain "
+                                << plain;
+            inside += ours != 0.0;
+        }
+    }
+    EXPECT_GT(inside, 50000) << "enough of the points have a height";
 }

@@ -334,8 +334,11 @@ TEST_F(SvgReader, DepthCostsNoStack) {
 
 TEST_F(SvgReader, LongAttributesAreRead) {
     std::string data = "M0 0";
-    while (data.size() < 10000000)
-        data += "L1,1 2,2 3,3 4,4 5,5 6,6 7,7 8,8";
+    while (data.size() < 10000000) {
+        data += "L1,1";
+        for (int i = 0; i < 250; ++i)
+            data += " 2,2";
+    }
     data += "Q";
     const Calls calls = read("<path d='" + data + "'/>");
     ASSERT_EQ(calls.size(), 1u);

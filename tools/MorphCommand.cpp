@@ -1,0 +1,155 @@
+// `oxlume morph A.png LINES.txt -o OUT.png`: warps a picture by pairs of lines.
+
+#include <cstring>
+#include <fstream>
+#include <memory>
+#include <sstream>
+#include <string>
+#include <vector>
+
+#include "foundation/Numeric.h"
+#include "image/Image.h"
+#include "morph/Morph.h"
+#include "tools/Command.h"
+#include "tools/GifFile.h"
+#include "tools/PngFile.h"
+#include "tools/Progress.h"
+
+namespace tool {
+namespace {
+
+// Coordinates beyond this are no use, and their squares would not fit.
+constexpr int maxCoordinate = 20000;
+
+struct Lines {
+    std::vector<LxMorphLine> from, to;
+};
+
+LxMorphLine lineOf(const int *c) {
+    const int dx = c[2] - c[0];
+    const int dy = c[3] - c[1];
+    const int lengthSquared = dx * dx + dy * dy;
+    return {c[0], c[1], c[2], c[3], dx, dy, std::sqrt(static_cast<float>(lengthSquared)), lengthSquared};
+}
+
+// Eight whole numbers a line: the two ends of a line in the picture, and those of where it goes. Lines that
+// are empty or begin with # do not count.
+Lines readLines(const std::string &path) {
+    std::ifstream file(path);
+    if (!file)
+        throw Failure(path + ": " + std::strerror(errno));
+    Lines lines;
+    std::string text;
+    for (int number = 1; std::getline(file, text); ++number) {
+        if (text.find_first_not_of(" \t\r") == std::string::npos || text[0] == '#')
+            continue;
+        std::istringstream words(text);
+        words.imbue(std::locale::classic());
+        int c[8];
+        bool isGood = true;
+        for (int &coordinate : c)
+            isGood = isGood && words >> coordinate && std::abs(coordinate) <= maxCoordinate;
+        std::string rest;
+        if (!isGood || words >> rest)
+            throw Failure(path + ":" + std::to_string(number) +
+                          ": expected eight whole numbers: sx0 sy0 sx1 sy1 tx0 ty0 tx1 ty1");
+        if (lineOf(c).lengthSquared == 0)
+            throw Failure(path + ":" + std::to_string(number) + ": the line has no length");
+        lines.from.push_back(lineOf(c));
+        lines.to.push_back(lineOf(c + 4));
+    }
+    if (lines.from.empty())
+        throw Failure(path + ": no lines");
+    return lines;
+}
+
+// The same picture with its rows packed tightly, as the engine wants them.
+class PackedPicture {
+public:
+    PackedPicture(const LxImage &like)
+        : bytesPerRow_(LxColor_BytesPerPixel(LxImage_Type(&like)) * lx::width(like)) {
+        pixels_.resize(static_cast<size_t>(bytesPerRow_) * static_cast<size_t>(lx::height(like)));
+        image_.reset(LxImage_CreateEx(LxImage_Type(&like), 0, 0, lx::width(like), lx::height(like),
+                                      pixels_.data(), bytesPerRow_, 0, 0, 0));
+        if (image_ == nullptr)
+            throw std::bad_alloc();
+    }
+
+    void copyFrom(const LxImage &image) {
+        for (int32_t y = 0; y < lx::height(image); ++y)
+            std::memcpy(pixels_.data() + ptrdiff_t{y} * bytesPerRow_, lx::rowAddress(image, y),
+                        static_cast<size_t>(bytesPerRow_));
+    }
+
+    LxImage &image() const { return *image_; }
+
+private:
+    int32_t bytesPerRow_;
+    std::vector<uint8_t> pixels_;
+    ImageHandle image_;
+};
+
+struct Arguments {
+    std::string picture, lines, output, animation;
+    int frames = 1;
+    bool keepFrames = false;
+};
+
+// OUT.png as OUT-007.png.
+std::string numbered(const std::string &path, int number) {
+    const size_t dot = path.rfind('.');
+    const std::string digits = std::to_string(number);
+    const std::string tail = "-" + std::string(digits.size() < 3 ? 3 - digits.size() : 0, '0') + digits;
+    return dot == std::string::npos ? path + tail : path.substr(0, dot) + tail + path.substr(dot);
+}
+
+void morph(const Arguments &arguments) {
+    const ImageHandle picture = readPng(arguments.picture);
+    if (picture->type != kLxPixelA && picture->type != kLxPixelRGB)
+        throw Failure(arguments.picture + ": pictures with transparency cannot be morphed");
+    const Lines lines = readLines(arguments.lines);
+    PackedPicture source(*picture);
+    source.copyFrom(*picture);
+
+    const bool wantsAnimation = !arguments.animation.empty();
+    const int first = wantsAnimation || arguments.keepFrames ? 1 : arguments.frames;
+    std::vector<PackedPicture> results;
+    results.reserve(wantsAnimation ? static_cast<size_t>(arguments.frames) : 1);
+    std::vector<const LxImage *> animation = {&source.image()};
+    Progress progress(arguments.frames - first + 1);
+    for (int frame = first; frame <= arguments.frames; ++frame) {
+        if (wantsAnimation || results.empty())
+            results.emplace_back(*picture);
+        LxImage &result = results.back().image();
+        const float t = static_cast<float>(frame) / static_cast<float>(arguments.frames);
+        if (!lx::morphFrame(source.image(), result, lines.from.data(), lines.to.data(), lines.from.size(), t))
+            throw std::bad_alloc();
+        animation.push_back(&result);
+        if (arguments.keepFrames)
+            writePng(numbered(arguments.output, frame), result);
+        progress.advance();
+    }
+    writePng(arguments.output, results.back().image());
+    if (wantsAnimation)
+        writeGif(arguments.animation, animation, 8);
+}
+
+} // namespace
+
+void addMorphCommand(CLI::App &program) {
+    const auto arguments = std::make_shared<Arguments>();
+    CLI::App *command = program.add_subcommand("morph", "Warp a picture by pairs of lines");
+    command->add_option("PICTURE", arguments->picture, "PNG file, grey or colour without transparency")
+        ->required();
+    command
+        ->add_option("LINES", arguments->lines,
+                     "Text file, one pair of lines a row: sx0 sy0 sx1 sy1 tx0 ty0 tx1 ty1")
+        ->required();
+    command->add_option("-o,--output", arguments->output, "PNG file of the last frame")->required();
+    command->add_option("--frames", arguments->frames, "Number of frames")->check(CLI::Range(1, 10000));
+    command->add_flag("--keep-frames", arguments->keepFrames, "Keep every frame, as OUT-001.png and so on");
+    command->add_option("--animation", arguments->animation, "GIF file of the picture and all frames");
+    command->callback([arguments] { morph(*arguments); });
+}
+
+} // namespace tool
