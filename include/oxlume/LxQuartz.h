@@ -7,7 +7,7 @@
  *
  * Coordinates, sizes and colour components (0 to 1) are single precision. Points are transformed when they
  * enter the path, line widths when they are stroked; drawing is smoothed and goes over what is there.
- * Coordinates of the target beyond 2,097,152 are cut to that, and points that are not a number are left out.
+ * Coordinates of the target beyond 2,097,152 are cut to that, and points that are not finite are left out.
  *
  * Every function takes null: nothing is done, and the answer is null, 0 or the identity. Objects are counted:
  * whoever creates or retains one releases it. A context belongs to one thread at a time. */
@@ -19,6 +19,8 @@
 #include <oxlume/LxRect.h>
 
 LX_BEGIN_DECLS
+
+struct _cairo_surface; /* cairo_surface_t */
 
 typedef struct CGContext *CGContextRef;
 typedef struct CGImage *CGImageRef;
@@ -136,8 +138,8 @@ typedef enum CGTextDrawingMode {
 /* Other values do nothing. */
 LX_API void CGContextSetTextDrawingMode(CGContextRef context, int32_t mode);
 
-/* Draws `length` bytes with the first glyph's baseline point at (x, y). Control characters are left out. The
- * path stays. */
+/* Draws `length` bytes with the first glyph's baseline point at (x, y). Control characters are left out, and
+ * text above 4,096 units of the target. The path stays. */
 LX_API void CGContextShowTextAtPoint(CGContextRef context, float x, float y, const char *text, size_t length);
 
 /* ---- Pictures ----
@@ -195,7 +197,8 @@ LX_API int32_t CGImageGetAlphaInfo(CGImageRef image);
 LX_API int32_t CGImageIsMask(CGImageRef image);
 
 /* Draws a picture or a mask over the rectangle, with its first row at the top; a negative size reaches to the
- * other side. An object of another kind, such as one of the platform's object system, is not drawn. */
+ * other side. An object of another kind, such as one of the platform's object system, is not drawn, nor a
+ * picture stretched or shrunk by more than 16,384. */
 LX_API void CGContextDrawImage(CGContextRef context, LxCGRect rect, CGImageRef image);
 
 LX_END_DECLS

@@ -115,7 +115,7 @@ bool CGContext::locate(double &x, double &y) {
     const cairo_matrix_t m = matrix();
     const double targetX = m.xx * x + m.xy * y + m.x0;
     const double targetY = m.yx * x + m.yy * y + m.y0;
-    if (std::isnan(targetX) || std::isnan(targetY))
+    if (!std::isfinite(targetX) || !std::isfinite(targetY))
         return false;
     x = std::clamp(targetX, -maxCoordinate, maxCoordinate);
     y = std::clamp(targetY, -maxCoordinate, maxCoordinate);

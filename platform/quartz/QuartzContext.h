@@ -100,7 +100,7 @@ struct CGContext : lx::Counted {
     // The user space's transform to the target, in cairo's form.
     cairo_matrix_t matrix();
 
-    // A point of user space on the target, cut to what cairo can hold; false if it is not a number.
+    // A point of user space on the target, cut to what cairo can hold; false if it is not finite.
     bool locate(double &x, double &y);
 
     void setInk(const lx::QuartzColor &color);

@@ -1,5 +1,6 @@
 // Paths, rectangles and pictures on contexts of the Quartz layer.
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 
@@ -78,10 +79,27 @@ cairo_matrix_t pixelsFrom(const Sides &sides, const ImageForm &form, bool yGrows
     return {perX, 0, 0, perY, -sides.left * perX, -sides.top * perY};
 }
 
+// Whether cairo's fixed-point numbers can hold the way from the target to a picture's pixels. Beyond these
+// bounds a picture is smaller than a speck, or one of its pixels larger than any target.
+bool isWithinReach(const cairo_matrix_t &userSpace, const cairo_matrix_t &toPixels) {
+    constexpr double maxScale = 1 << 14, minScale = 1 / maxScale;
+    constexpr double maxDistance = 32000;
+    cairo_matrix_t way = userSpace;
+    if (cairo_matrix_invert(&way) != CAIRO_STATUS_SUCCESS)
+        return false;
+    cairo_matrix_multiply(&way, &way, &toPixels);
+    const double largest = std::max({std::abs(way.xx), std::abs(way.yx), std::abs(way.xy), std::abs(way.yy)});
+    return largest <= maxScale && std::abs(way.xx * way.yy - way.xy * way.yx) >= largest * minScale &&
+           std::abs(way.x0) <= maxDistance && std::abs(way.y0) <= maxDistance;
+}
+
 void drawImage(CGContext &context, const LxCGRect &rect, const CGImage &image) {
     const Sides sides(rect);
     GraphicsState &state = context.state();
     if (!sides.hasArea() || !hasInverse(state.transform))
+        return;
+    const cairo_matrix_t toPixels = pixelsFrom(sides, image.form, context.target.yGrowsUp);
+    if (!isWithinReach(context.matrix(), toPixels))
         return;
     const bool exchanges = context.target.exchangesRedAndBlue;
     const SurfaceHandle pixels = renderImage(image, inkBytes(state.fill), exchanges);
@@ -93,7 +111,6 @@ void drawImage(CGContext &context, const LxCGRect &rect, const CGImage &image) {
     cairo_clip(cairo);
     cairo_set_source_surface(cairo, pixels.get(), 0, 0);
     cairo_pattern_t *pattern = cairo_get_source(cairo);
-    const cairo_matrix_t toPixels = pixelsFrom(sides, image.form, context.target.yGrowsUp);
     cairo_pattern_set_matrix(pattern, &toPixels);
     cairo_pattern_set_filter(pattern, filterOf(state.quality, image.form));
     cairo_pattern_set_extend(pattern, CAIRO_EXTEND_PAD);

@@ -96,10 +96,21 @@ void drawGlyphs(CGContext &context, const cairo_glyph_t *glyphs, int count) {
     }
 }
 
+// Whether glyphs of a size have a size on the target that fonts can be scaled to: from about a thirtieth of a
+// pixel to 4,096. An error of cairo's would make the face useless for the whole process.
+bool isWithinReach(const LxCGAffineTransform &transform, double size) {
+    constexpr double minSize = 1.0 / 32, maxSize = 4096;
+    const auto extent = [&](double x, double y) { return std::hypot(x, y) * std::abs(size); };
+    const double largest = std::max(extent(transform.a, transform.b), extent(transform.c, transform.d));
+    const double area = std::abs(double{transform.a} * transform.d - double{transform.b} * transform.c);
+    return largest <= maxSize && area * size * size >= largest * minSize && largest >= minSize;
+}
+
 void showText(CGContext &context, double x, double y, const char *text, size_t length) {
     const GraphicsState &state = context.state();
     double placeX = x, placeY = y;
-    if (state.font.face.get() == nullptr || !hasInverse(state.transform) || !context.locate(placeX, placeY))
+    if (state.font.face.get() == nullptr || !hasInverse(state.transform) ||
+        !isWithinReach(state.transform, state.font.size) || !context.locate(placeX, placeY))
         return;
     const Utf8 utf8 = utf8From(text, length, state.font.encoding);
     if (utf8.length == 0)
