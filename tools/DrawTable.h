@@ -41,7 +41,7 @@ public:
 
     // The image in that file, loaded once.
     LxImage *image(const std::string &file);
-    // The same, which must be a grey one.
+    // The same, which must be a grey one. Masks lie at the origin of the picture, wherever the image goes.
     LxImage *mask(const std::string &file);
 
 private:

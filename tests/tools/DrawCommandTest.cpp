@@ -130,8 +130,9 @@ const Case attributeCases[] = {
     {"strokeBlendMode 6", [](LxGC *gc) { LxGC_SetStrokeBlendMode(gc, 6); }},
     {"strokeBlendOpacity 7", [](LxGC *gc) { LxGC_SetStrokeBlendOpacity(gc, 7); }},
     {"strokeBlendChannel green", [](LxGC *gc) { LxGC_SetStrokeBlendChannel(gc, 2); }},
+    {GRADIENT "fillGradient g", [](LxGC *gc) { withGradient(gc, LxGC_SetFillGradient); }},
     {GRADIENT "strokeGradient g", [](LxGC *gc) { withGradient(gc, LxGC_SetStrokeGradient); }},
-    {GRADIENT "fillGradient g\nfillGradient none", [](LxGC *gc) { LxGC_SetFillGradient(gc, nullptr); }},
+    {GRADIENT "fillGradient g\nfillGradient none", [](LxGC *) {}, isNotSeen},
     {"fillColor 1 2 3 4", [](LxGC *gc) { LxGC_SetFillColor(gc, LxColor_RGBA(1, 2, 3, 4)); }},
     {"fillBlend Multiply 100 6",
      [](LxGC *gc) {
@@ -224,10 +225,10 @@ const Case drawingCases[] = {
      [](LxGC *gc) {
          LxGC_DrawImageClipped(gc, 5, 6, loadImage("photo").get(), LxRectL{7, 8, 10, 11});
      }},
-    {"imageClippedWithMask photo 5 6 mask 7 8 10 11",
+    {"imageClippedWithMask photo 5 4 mask 6 5 10 11",
      [](LxGC *gc) {
-         LxGC_DrawImageClippedWithMask(gc, 5, 6, loadImage("photo").get(), loadImage("mask").get(),
-                                       LxRectL{7, 8, 10, 11});
+         LxGC_DrawImageClippedWithMask(gc, 5, 4, loadImage("photo").get(), loadImage("mask").get(),
+                                       LxRectL{6, 5, 10, 11});
      }},
     {"text 3 4 \"a # text\"", [](LxGC *gc) { LxGC_DrawText(gc, 3, 4, "a # text"); }, isNotSeen},
     {"textWithLength 3 4 \"text\" 2", [](LxGC *gc) { LxGC_DrawTextWithLength(gc, 3, 4, "text", 2); },
