@@ -34,6 +34,6 @@ if(OXLUME_COCOA)
   list(FILTER libraries INCLUDE REGEX "^-[lL]")
 
   add_library(oxlume_gnustep INTERFACE)
-  target_compile_options(oxlume_gnustep INTERFACE $<$<COMPILE_LANGUAGE:OBJCXX>:${flags}>)
+  target_compile_options(oxlume_gnustep INTERFACE $<$<COMPILE_LANGUAGE:OBJC,OBJCXX>:${flags}>)
   target_link_libraries(oxlume_gnustep INTERFACE ${libraries})
 endif()

@@ -5,6 +5,7 @@
 #import <AppKit/NSGraphics.h>
 #import <AppKit/NSGraphicsContext.h>
 #import <AppKit/NSView.h>
+#import <AppKit/NSWindow.h>
 #import <oxlume/cocoa/LxCocoaImage.h>
 #import <oxlume/cocoa/Sheen.h>
 
@@ -15,6 +16,10 @@ namespace lx {
 
 bool hasFocus() {
     return [NSGraphicsContext currentContext] != nil && [NSView focusView] != nil;
+}
+
+bool canFocus(NSView *view) {
+    return [[view window] windowNumber] > 0;
 }
 
 NSBitmapImageRep *newGrab(NSRect rect) {

@@ -6,22 +6,34 @@
 #import <oxlume/cocoa/LxCocoaImage.h>
 #import <oxlume/cocoa/LxNSImage.h>
 
+#include "platform/cocoa/Bitmaps.h"
 #include "platform/cocoa/Focus.h"
 
 @implementation LxNSImage
+
+// An image over the first representation, with its marks; null where that is no bitmap.
+- (LxImage *)newImage {
+    return LxImage_CreateFromNSBitmapImageRep(lx::firstBitmap(self), [self isFlipped] ? 1 : 0);
+}
 
 - (id)initWithContentsOfTiledFile:(NSString *)path {
     self = [self initWithContentsOfFile:path];
     if (self == nil)
         return nil;
-    NSArray *representations = [self representations];
-    if ([representations count] == 0) {
+    if ([[self representations] count] == 0) {
         [self release];
         return nil;
     }
-    m_pImage =
-        LxImage_CreateFromNSBitmapImageRep([representations objectAtIndex:0], [self isFlipped] ? 1 : 0);
+    m_pImage = [self newImage];
     return self;
+}
+
+// The platform copies the field as it stands, but each picture deletes its own image.
+- (id)copyWithZone:(NSZone *)zone {
+    LxNSImage *copy = [super copyWithZone:zone];
+    if (copy != nil)
+        copy->m_pImage = m_pImage != nullptr ? [copy newImage] : nullptr;
+    return copy;
 }
 
 - (void)dealloc {

@@ -1,6 +1,5 @@
 // What views show, as pictures and images.
 
-#import <AppKit/NSWindow.h>
 #import <oxlume/cocoa/LxCocoaImage.h>
 #import <oxlume/cocoa/Sheen.h>
 
@@ -10,8 +9,7 @@ namespace lx {
 namespace {
 
 NSBitmapImageRep *newGrabOf(NSView *view, NSRect rect) {
-    // Without a window there is nothing that could take the focus, and locking it raises an exception.
-    if ([view window] == nil)
+    if (!canFocus(view))
         return nil;
     [view lockFocus];
     NSBitmapImageRep *rep = newGrab(rect);

@@ -4,7 +4,6 @@
 #import <AppKit/NSOpenGL.h>
 #import <AppKit/NSOpenGLView.h>
 #import <AppKit/NSView.h>
-#import <AppKit/NSWindow.h>
 #import <Foundation/NSAffineTransform.h>
 #import <oxlume/cocoa/LxNSRect.h>
 
@@ -17,6 +16,7 @@
 #include <oxlume/LxQuartz.h>
 
 #include "platform/Siblings.h"
+#include "platform/cocoa/Focus.h"
 
 // What GNUstep's contexts answer, but its headers do not tell.
 @interface NSGraphicsContext (LxSupplements)
@@ -78,16 +78,15 @@ LxGC *createForFocusedView(const LxRectD &bounds) {
 
 LxGC *createForView(void *target) {
     auto *view = static_cast<NSView *>(target);
-    if (view == nil || [view window] == nil)
+    if (!canFocus(view))
         return nullptr;
     LxRectD bounds = LxRectD_fromNSRect([view frame]);
     LxRectD_moveTo(&bounds, 0, 0);
-    NSView *focused = [NSView focusView];
-    if (focused == view)
+    if ([NSView focusView] == view)
         return createForFocusedView(bounds);
     [view lockFocus];
     LxGC *gc = createForFocusedView(bounds);
-    [view unlockFocus];
+    [view unlockFocus]; // which gives the focus back to the view that had it
     return gc;
 }
 

@@ -69,6 +69,13 @@ TEST(Focus, NoPictureBelowOneByOneOrWithoutWindow) {
     NSView *loose = [[[NSView alloc] initWithFrame:NSMakeRect(0, 0, 50, 50)] autorelease];
     EXPECT_EQ([loose asImageFromRect:NSMakeRect(0, 0, 10, 10)], nil);
     EXPECT_EQ([loose asLxImage], nullptr);
+    NSWindow *deferred = [[[NSWindow alloc] initWithContentRect:NSMakeRect(20, 20, 60, 60)
+                                                      styleMask:NSBorderlessWindowMask
+                                                        backing:NSBackingStoreBuffered
+                                                          defer:YES] autorelease];
+    [deferred setReleasedWhenClosed:NO];
+    [deferred setContentView:loose];
+    EXPECT_EQ([loose asImageFromRect:NSMakeRect(0, 0, 10, 10)], nil);
 }
 
 TEST(Focus, GrabsAreNativeImagesThatCountRowsAsTheViewDoes) {

@@ -20,6 +20,14 @@ NSString *fileOf(NSBitmapImageRep *rep) {
     return path;
 }
 
+// The picture of a file that holds a bitmap. It belongs to the caller, and the file is gone.
+LxNSImage *newPicture(NSBitmapImageRep *rep) {
+    NSString *path = fileOf(rep);
+    LxNSImage *picture = [[LxNSImage alloc] initWithContentsOfTiledFile:path];
+    [[NSFileManager defaultManager] removeFileAtPath:path handler:nil];
+    return picture;
+}
+
 void expectColor(const LxRGBA &color, int r, int g, int b) {
     EXPECT_EQ(color.r, r);
     EXPECT_EQ(color.g, g);
@@ -28,7 +36,7 @@ void expectColor(const LxRGBA &color, int r, int g, int b) {
 
 } // namespace
 
-TEST(LxNSImage, MarksOfAFileAreReadThroughTheplatform) {
+TEST(LxNSImage, MarksOfAFileAreReadThroughThePlatform) {
     NSBitmapImageRep *rep = makeBitmap(40, 12, 4);
     markColumns(rep, {10, 20, 30, 255}, {4, 12, 25, 33});
     NSString *path = fileOf(rep);
@@ -45,7 +53,7 @@ TEST(LxNSImage, APictureWithoutTilesIsDrawn) {
     NSBitmapImageRep *rep = makeBitmap(16, 16, 4);
     for (int i = 0; i < 16 * 16; ++i)
         std::memcpy(planeOf(rep) + i * 4, "\x10\xC0\x20\xFF", 4);
-    LxNSImage *picture = [[[LxNSImage alloc] initWithContentsOfTiledFile:fileOf(rep)] autorelease];
+    LxNSImage *picture = [newPicture(rep) autorelease];
     ASSERT_NE(picture, nil);
     NSView *view = showView([&](NSView *) { [picture fillInRect:NSMakeRect(40, 50, 100, 100)]; });
     expectColor(colorAt(view, 41, 51), 0x10, 0xC0, 0x20);
@@ -56,7 +64,7 @@ TEST(LxNSImage, APictureWithoutTilesIsDrawn) {
 TEST(LxNSImage, ATiledPictureLeavesTheScreenAsItWas) {
     NSBitmapImageRep *rep = makeBitmap(40, 12, 4);
     markColumns(rep, {10, 20, 30, 255}, {4, 13, 22, 31}); // three equal columns
-    LxNSImage *picture = [[[LxNSImage alloc] initWithContentsOfTiledFile:fileOf(rep)] autorelease];
+    LxNSImage *picture = [newPicture(rep) autorelease];
     ASSERT_NE(picture, nil);
     NSView *view = showView([&](NSView *shown) {
         [[NSColor redColor] set];
@@ -67,6 +75,17 @@ TEST(LxNSImage, ATiledPictureLeavesTheScreenAsItWas) {
     });
     expectColor(colorAt(view, 42, 52), 0, 0, 255);
     expectColor(colorAt(view, 60, 70), 255, 0, 0);
+}
+
+TEST(LxNSImage, CopiesAreOnTheirOwn) {
+    NSBitmapImageRep *rep = makeBitmap(16, 16, 4);
+    std::memset(planeOf(rep), 255, 16 * 16 * 4);
+    LxNSImage *picture = newPicture(rep);
+    LxNSImage *copy = [picture copy];
+    [picture release];
+    NSView *view = showView([&](NSView *) { [copy fillInRect:NSMakeRect(40, 50, 100, 100)]; });
+    expectColor(colorAt(view, 41, 51), 255, 255, 255);
+    [copy release];
 }
 
 TEST(LxNSImage, NoFileNoPicture) {

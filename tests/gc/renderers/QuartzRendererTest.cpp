@@ -8,6 +8,7 @@
 
 #include "foundation/Memory.h"
 #include "gc/Context.h"
+#include "gc/RendererDefaults.h"
 #include "image/Image.h"
 #include "tests/gc/Recorder.h"
 #include "tests/platform/quartz/Canvas.h"
@@ -69,9 +70,9 @@ void expectTransform(CGContextRef context, LxCGAffineTransform expected) {
 
 TEST(QuartzRendererCreate, NeedsAContext) {
     EXPECT_EQ(LxGC_CreateWithCGContextRef(nullptr, {0, 0, 5, 5}), nullptr);
+    Canvas canvas(2, 2);
     const ContextHandle gc(LxGC_Create());
     EXPECT_EQ(LxGC_AddRenderer(gc.get(), kLxRendererQuartz, nullptr, nullptr), 0);
-    Canvas canvas(2, 2);
     EXPECT_EQ(LxGC_AddRenderer(gc.get(), kLxRendererQuartz, canvas, nullptr), 1);
 }
 
@@ -83,14 +84,10 @@ TEST(QuartzRendererCreate, LeavesTheTransformAlone) {
 }
 
 TEST(QuartzRendererCreate, FillsNineSlots) {
-    const ContextHandle plain(LxGC_Create());
     Canvas canvas(4, 4);
     const ContextHandle gc = contextOn(canvas);
     const LxRenderer &own = *gc->renderers[0];
-    const RecordingKinds kinds; // their kind 6 has the defaults
-    Recorder recorder;
-    const ContextHandle defaults = makeContext({0, 0, 4, 4}, recordsBasics, recorder);
-    const LxRenderer &other = *defaults->renderers[0];
+    const LxRenderer &other = defaultRenderer;
     EXPECT_NE(own.fill, other.fill);
     EXPECT_NE(own.line, other.line);
     EXPECT_NE(own.path, other.path);

@@ -1,4 +1,5 @@
 // What can be said of text whatever the font that the system offers.
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 
@@ -51,25 +52,27 @@ TEST(QuartzText, StandsUprightWhereYGrowsUp) {
 }
 
 TEST(QuartzText, TakesTheFillColourAndAlpha) {
-    Canvas canvas(40, 40);
+    Canvas canvas(60, 60);
     CGContextSetRGBFillColor(canvas, 1, 0, 0, 1);
-    show(canvas, -20, 60, "I", 100); // a stem that covers whole pixels
+    show(canvas, 0, 58, "I", 100); // a stem that covers whole pixels
     bool found = false;
     for (const Pixel &pixel : canvas.pixels()) {
         EXPECT_EQ(pixel.r, 255);
         found = found || pixel == red;
     }
-    Canvas wide(60, 60);
-    CGContextSetRGBFillColor(wide, 1, 0, 0, 1);
-    show(wide, 0, 58, "I", 100);
-    for (const Pixel &pixel : wide.pixels())
-        found = found || pixel == red;
     EXPECT_TRUE(found);
+
+    Canvas faint(60, 60);
+    CGContextSetAlpha(faint, 0.25f);
+    show(faint, 0, 58, "I", 100);
+    uint8_t darkest = 255;
+    for (const Pixel &pixel : faint.pixels())
+        darkest = std::min(darkest, pixel.g);
+    EXPECT_NEAR(darkest, 191, 2); // 255 * 3 / 4
 }
 
 TEST(QuartzText, ReadsMacRoman) {
-    // e with acute, capital O with double acute's neighbour ring, the fi ligature's neighbour: by code point
-    // in the one encoding, by the platform's byte in the other.
+    // The same letters by the platform's bytes and by their code points.
     const struct {
         const char *macRoman, *latin1;
     } same[] = {{"\x8e", "\xe9"}, {"\x80", "\xc4"}, {"\xa7", "\xdf"}, {"\xbf", "\xf8"},
