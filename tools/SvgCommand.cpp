@@ -103,6 +103,19 @@ PictureSize subsetSizeOf(const lx::XmlNode &document) {
     return ordinarySize;
 }
 
+// Drawn onto nothing, colours come out weakened by their alpha, and PNG files want them at full strength.
+void strengthenColors(LxImage *image) {
+    for (int32_t y = 0; y < LxImage_h(image); ++y)
+        for (int32_t x = 0; x < LxImage_w(image); ++x) {
+            LxRGBA &rgba = *static_cast<LxRGBA *>(LxImage_Pointer(image, x, y));
+            const int alpha = rgba.a;
+            if (alpha == 0 || alpha == 255)
+                continue;
+            for (uint8_t *channel : {&rgba.r, &rgba.g, &rgba.b})
+                *channel = static_cast<uint8_t>(std::min(255, (*channel * 255 + alpha / 2) / alpha));
+        }
+}
+
 void draw(const SvgOptions &options, const lx::XmlNode &document) {
     PictureSize size;
     if (!options.size.empty())
@@ -115,10 +128,13 @@ void draw(const SvgOptions &options, const lx::XmlNode &document) {
         throw Failure("not enough memory for the picture");
     if (!options.background.empty())
         LxGC_Fill(gc, backgroundFrom(options.background));
-    if (options.subset)
+    if (options.subset) {
         LxSVG_Read(gc, options.input.c_str());
-    else
+    } else {
         drawSvg(gc, document, size, options.input);
+        if (options.background.empty())
+            strengthenColors(image.get());
+    }
     writePng(options.output, *image);
 }
 

@@ -130,8 +130,10 @@ GradientHandle radial(const Way &way, const std::vector<SvgStop> &stops, const L
     const LxPointD middle = {(p.x0 + p.x1) / 2, (p.y0 + p.y1) / 2};
     const LxPointD side = width <= height ? LxPointD{p.x0, middle.y} : LxPointD{middle.x, p.y0};
     std::vector<SvgStop> inward;
-    for (int i = 0; i < mostStops; ++i) {
-        const double t = i / (mostStops - 1.0);
+    // Not the tenth stop: unless it stands at the very end, it passes on to the first colour again.
+    constexpr int stopsInward = mostStops - 1;
+    for (int i = 0; i < stopsInward; ++i) {
+        const double t = i / (stopsInward - 1.0);
         const double along = way.at(side.x + (middle.x - side.x) * t, side.y + (middle.y - side.y) * t);
         inward.push_back({t * std::min(1.0, height / width), colorAt(stops, std::isnan(along) ? 1 : along)});
     }

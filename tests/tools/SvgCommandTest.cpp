@@ -107,7 +107,7 @@ TEST_F(SvgCommand, DrawsBasicShapes) {
     expectPixel(image, 4, 4, rgba(255, 0, 0));
     expectPixel(image, 5, 5, {});
     expectPixel(image, 12, 4, rgba(0, 255, 0));
-    expectPixel(image, 9, 1, {}); // in the circle's corner
+    EXPECT_LT(at(image, 9, 1).content.rgba.a, 8); // of which the circle has little: its corner is 2.83 away
     expectPixel(image, 4, 12, rgba(0, 0, 255));
     expectPixel(image, 4, 9, {});
     expectPixel(image, 12, 12, rgba(255, 255, 255));
@@ -186,6 +186,12 @@ TEST_F(SvgCommand, LaysRadialGradientsInward) {
     expectPixel(image, 0, 8, rgba(0, 0, 0));
     EXPECT_NEAR(at(image, 4, 8).content.rgba.r, 128, 2);
     EXPECT_GT(at(image, 8, 8).content.rgba.r, 220);
+    // A flat shape is white in the middle row, 2 of 2 pixels from its side.
+    const auto flat =
+        pictureOf("<radialGradient id='a'><stop stop-color='white'/><stop offset='1'/></radialGradient>"
+                  "<rect width='16' height='4' fill='url(#a)'/>");
+    EXPECT_GT(at(flat, 8, 2).content.rgba.r, 220);
+    expectPixel(flat, 8, 0, rgba(0, 0, 0));
 }
 
 TEST_F(SvgCommand, TakesTheSizeWithUnitsAndShrinksWhatIsTooLarge) {
