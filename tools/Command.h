@@ -9,6 +9,7 @@
 namespace tool {
 
 void addBlendCommand(CLI::App &program);
+void addDrawCommand(CLI::App &program);
 void addInfoCommand(CLI::App &program);
 void addMorphCommand(CLI::App &program);
 void addSheenCommand(CLI::App &program);

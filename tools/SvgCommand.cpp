@@ -17,6 +17,7 @@
 #include "svg/SvgScanner.h"
 #include "tools/Command.h"
 #include "tools/PngFile.h"
+#include "tools/SvgDrawing.h"
 
 namespace tool {
 namespace {
@@ -24,12 +25,8 @@ namespace {
 // The rasteriser's coordinates go no further.
 constexpr int largestSide = 2048;
 
-struct Size {
-    int width, height;
-};
-
-// The size of a file that tells none.
-constexpr Size ordinarySize = {512, 512};
+// The size of a file that tells the library's own reader none.
+constexpr PictureSize ordinarySize = {512, 512};
 
 struct SvgOptions {
     std::string input, output, size, background;
@@ -53,7 +50,7 @@ std::vector<int> numbersIn(std::string_view text, char separator) {
     }
 }
 
-Size sizeFrom(const std::string &text) {
+PictureSize sizeFrom(const std::string &text) {
     const std::vector<int> sides = numbersIn(text, 'x');
     if (sides.size() != 2 || std::min(sides[0], sides[1]) < 1 || std::max(sides[0], sides[1]) > largestSide)
         throw Failure("--size: not WIDTHxHEIGHT of 1 to " + std::to_string(largestSide) + ": \"" + text +
@@ -61,7 +58,7 @@ Size sizeFrom(const std::string &text) {
     return {sides[0], sides[1]};
 }
 
-LxColor colorFrom(const std::string &text) {
+LxColor backgroundFrom(const std::string &text) {
     std::vector<int> parts = numbersIn(text, ',');
     if (parts.size() == 3)
         parts.push_back(255);
@@ -76,8 +73,9 @@ bool isSide(double side) {
     return side >= 1 && side <= largestSide;
 }
 
-// The size that the root tells by its width and height, or else by its view box.
-Size sizeOf(const lx::XmlNode &document) {
+// The size that the root tells by its width and height, or else by its view box, as the library's own reader
+// takes them.
+PictureSize subsetSizeOf(const lx::XmlNode &document) {
     double width = 0, height = 0, boxWidth = 0, boxHeight = 0;
     lx::XmlNode root = document.firstChild();
     while (root && root.type() != lx::XmlNode::element)
@@ -105,19 +103,46 @@ Size sizeOf(const lx::XmlNode &document) {
     return ordinarySize;
 }
 
-void runSvg(const SvgOptions &options) {
-    const lx::XmlTree tree(options.input.c_str());
-    if (!tree.root())
-        throw Failure(options.input + ": cannot be read as XML");
-    const Size size = options.size.empty() ? sizeOf(tree.root()) : sizeFrom(options.size);
+// Drawn onto nothing, colours come out weakened by their alpha, and PNG files want them at full strength.
+void strengthenColors(LxImage *image) {
+    for (int32_t y = 0; y < LxImage_h(image); ++y)
+        for (int32_t x = 0; x < LxImage_w(image); ++x) {
+            LxRGBA &rgba = *static_cast<LxRGBA *>(LxImage_Pointer(image, x, y));
+            const int alpha = rgba.a;
+            if (alpha == 0 || alpha == 255)
+                continue;
+            for (uint8_t *channel : {&rgba.r, &rgba.g, &rgba.b})
+                *channel = static_cast<uint8_t>(std::min(255, (*channel * 255 + alpha / 2) / alpha));
+        }
+}
+
+void draw(const SvgOptions &options, const lx::XmlNode &document) {
+    PictureSize size;
+    if (!options.size.empty())
+        size = sizeFrom(options.size);
+    else
+        size = options.subset ? subsetSizeOf(document) : drawingSize(document, largestSide, options.input);
     const ImageHandle image(LxImage_Create(kLxPixelRGBA, 0, 0, size.width, size.height, 1, 0));
     LxGC *gc = LxImage_GC(image.get());
     if (gc == nullptr)
         throw Failure("not enough memory for the picture");
     if (!options.background.empty())
-        LxGC_Fill(gc, colorFrom(options.background));
-    LxSVG_Read(gc, options.input.c_str());
+        LxGC_Fill(gc, backgroundFrom(options.background));
+    if (options.subset) {
+        LxSVG_Read(gc, options.input.c_str());
+    } else {
+        drawSvg(gc, document, size, options.input);
+        if (options.background.empty())
+            strengthenColors(image.get());
+    }
     writePng(options.output, *image);
+}
+
+void runSvg(const SvgOptions &options) {
+    const lx::XmlTree tree(options.input.c_str());
+    if (!tree.root())
+        throw Failure(options.input + ": cannot be read as XML");
+    draw(options, tree.root());
 }
 
 } // namespace
@@ -129,10 +154,9 @@ void addSvgCommand(CLI::App &program) {
     command->add_option("-o,--output", options->output, "Write the picture to this PNG file")->required();
     command->add_option("--size", options->size, "WIDTHxHEIGHT in pixels; by default the file's own");
     command->add_option("--background", options->background, "R,G,B or R,G,B,A; by default transparent");
-    command
-        ->add_flag("--subset", options->subset,
-                   "Draw with the library's own reader: paths of the simplest commands and lines, y upwards")
-        ->required();
+    command->add_flag(
+        "--subset", options->subset,
+        "Draw with the library's own reader: paths of the simplest commands and lines, y upwards");
     command->callback([options] { runSvg(*options); });
 }
 

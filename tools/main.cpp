@@ -21,6 +21,7 @@ int run(int argc, char **argv) {
     CLI::App program("2D graphics and imaging from the command line.", "oxlume");
     program.require_subcommand(1);
     tool::addBlendCommand(program);
+    tool::addDrawCommand(program);
     tool::addInfoCommand(program);
     tool::addMorphCommand(program);
     tool::addSheenCommand(program);

@@ -12,7 +12,7 @@ namespace lx {
 namespace {
 
 struct QuartzState {
-    CGContextRef context;           // not retained
+    CGContextRef context;           // retained, so that the end can still set its transform
     LxCGAffineTransform initialCTM; // the context's transform when the renderer came to it
     LxCGAffineTransform auxCTM;     // all zero; nothing writes it
 };
@@ -176,7 +176,7 @@ bool create(LxRenderer &renderer, void *target) {
     auto *state = static_cast<QuartzState *>(LxMem_calloc(1, sizeof(QuartzState)));
     if (state == nullptr)
         return false;
-    state->context = static_cast<CGContextRef>(target);
+    state->context = CGContextRetain(static_cast<CGContextRef>(target));
     state->initialCTM = CGContextGetCTM(state->context);
     renderer.privateState = state;
     renderer.fill = fill;
@@ -195,6 +195,7 @@ void remove(LxRenderer *renderer) {
     QuartzState &state = stateOf(renderer);
     CGContextConcatCTM(state.context, state.initialCTM);
     state.initialCTM = CGContextGetCTM(state.context);
+    CGContextRelease(state.context);
     LxMem_free(&state);
     LxMem_free(renderer);
 }

@@ -40,7 +40,11 @@ LX_API LxGC *LxGC_CreateWithRect(LxRectD bounds, LxRectD clip);
 LX_API LxGC *LxGC_CreateWithImage(LxImage *image, LxRectD clip);
 
 /* Draw to a Quartz context (a CGContextRef), or by OpenGL to the context that is current; the rectangle is
- * the bounds and the clip. Null in a library without that renderer. */
+ * the bounds and the clip. Null in a library without that renderer.
+ *
+ * OpenGL's y grows upwards. Its renderer needs fixed functions (no core profile) and sets OpenGL's state at
+ * its creation: viewport, projection, blending. The clip limits strokes alone, in the path's own coordinates;
+ * gradients, blends and masks have no effect. LxGC_Fill clears the whole buffer. */
 LX_API LxGC *LxGC_CreateWithCGContextRef(void *context, LxRectD rect);
 LX_API LxGC *LxGC_CreateWithOpenGLContext(void *context, LxRectD rect);
 

@@ -7,6 +7,7 @@
 #include <oxlume/LxLibrary.h>
 #include <oxlume/LxMem.h>
 
+#include "foundation/Library.h"
 #include "foundation/Memory.h"
 #include "image/Image.h"
 #include "tests/support/ImageHandle.h"
@@ -122,6 +123,7 @@ TEST(ImagePools, TheSecondImageOfATierSeesTheFirstOnesPixelsUnlessCleared) {
 }
 
 TEST(ImagePools, TermReleasesThemAndTheLibraryGoesOn) {
+    registerModule(Module::renderers, {}); // so that only images allocate
     Oxlume_Init();
     Oxlume_Term(); // empties the pools
     Oxlume_Init();

@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <string>
 
 #include <gtest/gtest.h>
@@ -16,9 +17,31 @@ const char *const lowerHalf = "<svg viewBox='0 0 8 8'><path fill='#ff0000' d='M0
 class SvgCommand : public testing::Test {
 protected:
     ProgramResult draw(const std::string &text, const std::string &options = "") {
+        return drawWhole(text, "--subset " + options);
+    }
+
+    ProgramResult drawWhole(const std::string &text, const std::string &options = "") {
         writeFile(folder_ / "in.svg", text);
-        return runProgram("svg --subset " + (folder_ / "in.svg").string() + " -o " +
-                          (folder_ / "out.png").string() + " " + options);
+        return runProgram("svg " + (folder_ / "in.svg").string() + " -o " + (folder_ / "out.png").string() +
+                          " " + options);
+    }
+
+    // The picture of 16 by 16 that comes of what stands in a drawing of that size.
+    tool::ImageHandle pictureOf(const std::string &content) {
+        const ProgramResult result = drawWhole("<svg viewBox='0 0 16 16'>" + content + "</svg>");
+        EXPECT_EQ(result.status, 0) << result.errors;
+        return picture();
+    }
+
+    static void expectPixel(const tool::ImageHandle &image, int32_t x, int32_t y, LxRGBA expected) {
+        const LxRGBA is = at(image, x, y).content.rgba;
+        EXPECT_TRUE(is.a == expected.a &&
+                    (is.a == 0 || (is.r == expected.r && is.g == expected.g && is.b == expected.b)))
+            << x << ' ' << y << ": " << int{is.r} << ' ' << int{is.g} << ' ' << int{is.b} << ' ' << int{is.a};
+    }
+
+    static LxRGBA rgba(uint8_t r, uint8_t g, uint8_t b, uint8_t a = 255) {
+        return LxColor_RGBA(r, g, b, a).content.rgba;
     }
 
     tool::ImageHandle picture() { return tool::readPng((folder_ / "out.png").string()); }
@@ -70,4 +93,151 @@ TEST_F(SvgCommand, RefusesBadOptions) {
         EXPECT_EQ(result.status, 2) << options;
         EXPECT_FALSE(std::filesystem::exists(folder_ / "out.png"));
     }
+}
+
+// ---- Whole drawings ----
+
+TEST_F(SvgCommand, DrawsBasicShapes) {
+    const auto image = pictureOf("<rect x='1' y='1' width='4' height='4' fill='red'/>"
+                                 "<circle cx='12' cy='4' r='3' fill='#0f0'/>"
+                                 "<ellipse cx='4' cy='12' rx='3' ry='2' fill='rgb(0,0,255)'/>"
+                                 "<polygon points='9,9 15,9 15,15 9,15' fill='white'/>");
+    expectPixel(image, 0, 0, {});
+    expectPixel(image, 1, 1, rgba(255, 0, 0));
+    expectPixel(image, 4, 4, rgba(255, 0, 0));
+    expectPixel(image, 5, 5, {});
+    expectPixel(image, 12, 4, rgba(0, 255, 0));
+    EXPECT_LT(at(image, 9, 1).content.rgba.a, 8); // of which the circle has little: its corner is 2.83 away
+    expectPixel(image, 4, 12, rgba(0, 0, 255));
+    expectPixel(image, 4, 9, {});
+    expectPixel(image, 12, 12, rgba(255, 255, 255));
+}
+
+TEST_F(SvgCommand, DrawsPathsWithAllKindsOfCommands) {
+    // A square by relative commands, a half circle by an arc, one more square after a repeated pair.
+    const auto image =
+        pictureOf("<path fill='red' d='m1 1h4v4h-4z'/><path fill='red' d='M8 4A3 3 0 0 1 14 4Z'/>"
+                  "<path fill='red' d='M1,9 5 9 5,13 1,13z m8 0 4-0 0 4-4 0'/>");
+    expectPixel(image, 3, 3, rgba(255, 0, 0));
+    expectPixel(image, 11, 2, rgba(255, 0, 0)); // sweeping to positive angles, the arc lies above
+    expectPixel(image, 11, 5, {});
+    expectPixel(image, 2, 11, rgba(255, 0, 0));
+    expectPixel(image, 11, 11, rgba(255, 0, 0));
+    expectPixel(image, 7, 11, {});
+}
+
+TEST_F(SvgCommand, TransformsShapes) {
+    // (1, 1) to (3, 3), doubled, then moved: (2, 6) to (6, 10). A quarter turn takes (x, y) to (-y, x).
+    const auto image =
+        pictureOf("<g transform='translate(0,4) scale(2)'><rect x='1' y='1' width='2' height='2'/></g>"
+                  "<rect width='2' height='6' fill='red' transform='translate(15 1) rotate(90)'/>");
+    expectPixel(image, 2, 6, rgba(0, 0, 0));
+    expectPixel(image, 5, 9, rgba(0, 0, 0));
+    expectPixel(image, 1, 6, {});
+    expectPixel(image, 6, 10, {});
+    expectPixel(image, 10, 2, rgba(255, 0, 0));
+    expectPixel(image, 14, 1, rgba(255, 0, 0));
+    expectPixel(image, 8, 2, {});
+    expectPixel(image, 14, 3, {});
+}
+
+TEST_F(SvgCommand, StrokesAroundTheLine) {
+    // 2 wide: a pixel to either side. The mitred corner is filled, the bevelled one is not.
+    const auto image = pictureOf("<path d='M2 2H7V7H2Z' fill='none' stroke='blue' stroke-width='2'/>"
+                                 "<path d='M10 14V9H15' style='fill:none;stroke:red;stroke-width:4;"
+                                 "stroke-linejoin:bevel'/>");
+    expectPixel(image, 1, 1, rgba(0, 0, 255));
+    expectPixel(image, 7, 7, rgba(0, 0, 255));
+    expectPixel(image, 4, 4, {});
+    expectPixel(image, 8, 2, {});
+    expectPixel(image, 8, 12, rgba(255, 0, 0));
+    expectPixel(image, 8, 7, {});
+}
+
+TEST_F(SvgCommand, StylesGoBeforeAttributesAndAreInherited) {
+    const auto image =
+        pictureOf("<g fill='red' opacity='.5'><rect width='4' height='4' fill='lime' style='fill:blue'/>"
+                  "<rect x='8' width='4' height='4' fill-opacity='.4'/></g>"
+                  "<rect y='8' width='4' height='4' style='display:none'/>");
+    expectPixel(image, 2, 2, rgba(0, 0, 255, 128)); // 127.5, rounded
+    expectPixel(image, 10, 2, rgba(255, 0, 0, 51));
+    expectPixel(image, 2, 10, {});
+}
+
+TEST_F(SvgCommand, LaysLinearGradientsAlongTheirWay) {
+    // The second half of the drawing's way from black to white, and a hard change of colours downwards.
+    const auto image = pictureOf(
+        "<linearGradient id='a' gradientUnits='userSpaceOnUse' x1='0' x2='16'><stop stop-color='black'/>"
+        "<stop offset='1' stop-color='white'/></linearGradient>"
+        "<linearGradient id='b' x2='0' y2='1'><stop offset='.5' stop-color='red'/>"
+        "<stop offset='50%' style='stop-color:blue'/></linearGradient>"
+        "<rect x='8' width='8' height='8' fill='url(#a)'/><rect y='8' width='8' height='8' fill='url(#b)'/>");
+    // Pixel x begins at x / 16 of the way.
+    for (int x = 8; x < 16; ++x)
+        EXPECT_NEAR(at(image, x, 3).content.rgba.g, 255 * x / 16.0, 2) << x;
+    expectPixel(image, 3, 9, rgba(255, 0, 0));
+    expectPixel(image, 3, 14, rgba(0, 0, 255));
+}
+
+TEST_F(SvgCommand, LaysRadialGradientsInward) {
+    const auto image =
+        pictureOf("<radialGradient id='a'><stop stop-color='white'/><stop offset='1'/></radialGradient>"
+                  "<rect width='16' height='16' fill='url(#a)'/>");
+    expectPixel(image, 0, 8, rgba(0, 0, 0));
+    EXPECT_NEAR(at(image, 4, 8).content.rgba.r, 128, 2);
+    EXPECT_GT(at(image, 8, 8).content.rgba.r, 220);
+    // A flat shape is white in the middle row, 2 of 2 pixels from its side.
+    const auto flat =
+        pictureOf("<radialGradient id='a'><stop stop-color='white'/><stop offset='1'/></radialGradient>"
+                  "<rect width='16' height='4' fill='url(#a)'/>");
+    EXPECT_GT(at(flat, 8, 2).content.rgba.r, 220);
+    expectPixel(flat, 8, 0, rgba(0, 0, 0));
+}
+
+TEST_F(SvgCommand, TakesTheSizeWithUnitsAndShrinksWhatIsTooLarge) {
+    EXPECT_EQ(drawWhole("<svg width='1in' height='24pt'/>").status, 0);
+    EXPECT_EQ(LxImage_w(picture().get()), 96);
+    EXPECT_EQ(LxImage_h(picture().get()), 32);
+    EXPECT_EQ(drawWhole("<svg viewBox='0 0 4096 1024'/>").status, 0);
+    EXPECT_EQ(LxImage_w(picture().get()), 2048);
+    EXPECT_EQ(LxImage_h(picture().get()), 512);
+    EXPECT_EQ(drawWhole("<svg width='1e300' height='1e-300'/>").status, 0);
+    EXPECT_EQ(LxImage_w(picture().get()), 2048);
+}
+
+TEST_F(SvgCommand, RefusesStrangersFilesByOneLine) {
+    std::string deep, shapes;
+    for (int i = 0; i < 100'000; ++i)
+        deep += "<g>";
+    for (int i = 0; i < 100'000; ++i)
+        deep += "</g>";
+    for (int i = 0; i < 200'001; ++i)
+        shapes += "<path d='M0 0H1'/>";
+    for (const std::string &text :
+         {std::string(), std::string("<svg><g"), std::string("<html/>"), std::string("no XML"),
+          "<svg>" + deep + "</svg>", "<svg>" + shapes + "</svg>"}) {
+        const ProgramResult result = drawWhole(text);
+        EXPECT_EQ(result.status, 2) << text.substr(0, 20);
+        EXPECT_NE(result.errors.find("in.svg: "), std::string::npos) << result.errors;
+        EXPECT_EQ(std::count(result.errors.begin(), result.errors.end(), '\n'), 1);
+    }
+}
+
+TEST_F(SvgCommand, DrawsOnAfterOddities) {
+    const std::string square = "<rect width='16' height='16' fill='red'/>";
+    for (const std::string &content :
+         {"<path d='M0 0L1e38 1e38 5 5Z'/>" + square,
+          "<path d='M0 0C" + std::string(100'000, '9') + "'/>" + square,
+          "<linearGradient id='a' href='#b'/><linearGradient id='b' href='#a'/><path fill='url(#a)' d='M0 "
+          "0H9V9'/>" +
+              square,
+          "<path transform='scale(0)' stroke='red' d='M0 0H9V9A0 0 0 0 0 1 1a1-1 nan'/>" + square,
+          "<path transform='matrix(1e300,1e300,1e300,1e300,0,0)' stroke='red' d='M0 0Q1 1 3 9'/>" + square})
+        expectPixel(pictureOf(content), 8, 8, rgba(255, 0, 0));
+    EXPECT_EQ(drawWhole("<!DOCTYPE svg [<!ENTITY a '&a;&a;'>]><svg><text>&a;</text></svg>").status, 0);
+    std::string wide("\xFF\xFE", 2);
+    for (const char c : std::string("<svg viewBox='0 0 16 16'>") + square + "</svg>")
+        wide += {c, '\0'};
+    EXPECT_EQ(drawWhole(wide).status, 0);
+    expectPixel(picture(), 8, 8, rgba(255, 0, 0));
 }
