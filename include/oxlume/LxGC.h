@@ -266,7 +266,8 @@ LX_API void LxGC_EllipseL(LxGC *gc, int32_t x1, int32_t y1, int32_t x2, int32_t 
 LX_API void LxGC_Fill(LxGC *gc, LxColor color);
 LX_API void LxGC_Clear(LxGC *gc); /* The same with LxColor_L(0). */
 
-/* Wait for the target, and hand it what is pending. Nothing on images. */
+/* Wait for the target, and hand it what is pending. Nothing on images. On purpose, the flush ends what a
+ * Quartz context shows until the matrix is next set. */
 LX_API void LxGC_Sync(LxGC *gc);
 LX_API void LxGC_Flush(LxGC *gc); /* Both. */
 

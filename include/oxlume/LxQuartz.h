@@ -197,8 +197,8 @@ LX_API int32_t CGImageGetAlphaInfo(CGImageRef image);
 LX_API int32_t CGImageIsMask(CGImageRef image);
 
 /* Draws a picture or a mask over the rectangle, with its first row at the top; a negative size reaches to the
- * other side. An object of another kind, such as one of the platform's object system, is not drawn, nor a
- * picture stretched or shrunk by more than 16,384. */
+ * other side. Not drawn are an object of another kind, such as one of the platform's object system, a
+ * rectangle that reaches beyond 2,097,152 on the target, and a picture scaled by more than 16,384. */
 LX_API void CGContextDrawImage(CGContextRef context, LxCGRect rect, CGImageRef image);
 
 LX_END_DECLS

@@ -11,8 +11,7 @@
 namespace lx {
 namespace {
 
-// cairo's coordinates are fixed-point numbers below 2^23. Mitres reach up to five widths beyond a path.
-constexpr double maxCoordinate = 1 << 21;
+// Mitres reach up to five widths beyond a path.
 constexpr double maxLineWidth = 1 << 19;
 
 double component(float value) {

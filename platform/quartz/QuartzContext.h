@@ -16,6 +16,9 @@
 
 namespace lx {
 
+// cairo's coordinates are fixed-point numbers below 2^23; ours on the target stay far enough within.
+inline constexpr double maxCoordinate = 1 << 21;
+
 inline constexpr LxCGAffineTransform identityTransform = {1, 0, 0, 1, 0, 0};
 
 // The transform that applies `first` and then `second`.

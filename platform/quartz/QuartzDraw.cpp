@@ -79,18 +79,28 @@ cairo_matrix_t pixelsFrom(const Sides &sides, const ImageForm &form, bool yGrows
     return {perX, 0, 0, perY, -sides.left * perX, -sides.top * perY};
 }
 
-// Whether cairo's fixed-point numbers can hold the way from the target to a picture's pixels. Beyond these
-// bounds a picture is smaller than a speck, or one of its pixels larger than any target.
-bool isWithinReach(const cairo_matrix_t &userSpace, const cairo_matrix_t &toPixels) {
+// Whether cairo can hold a rectangle's corners on the target.
+bool isWithinTarget(const cairo_matrix_t &userSpace, const Sides &sides) {
+    for (const double cornerX : {sides.left, sides.right})
+        for (const double cornerY : {sides.top, sides.bottom}) {
+            double x = cornerX, y = cornerY;
+            cairo_matrix_transform_point(&userSpace, &x, &y);
+            if (!(std::abs(x) <= maxCoordinate && std::abs(y) <= maxCoordinate))
+                return false;
+        }
+    return true;
+}
+
+// Whether cairo can hold the scale between the target and a picture's pixels: beyond it a picture is smaller
+// than a speck, or one of its pixels larger than any target.
+bool isWithinScale(const cairo_matrix_t &userSpace, const cairo_matrix_t &toPixels) {
     constexpr double maxScale = 1 << 14, minScale = 1 / maxScale;
-    constexpr double maxDistance = 32000;
     cairo_matrix_t way = userSpace;
     if (cairo_matrix_invert(&way) != CAIRO_STATUS_SUCCESS)
         return false;
     cairo_matrix_multiply(&way, &way, &toPixels);
     const double largest = std::max({std::abs(way.xx), std::abs(way.yx), std::abs(way.xy), std::abs(way.yy)});
-    return largest <= maxScale && std::abs(way.xx * way.yy - way.xy * way.yx) >= largest * minScale &&
-           std::abs(way.x0) <= maxDistance && std::abs(way.y0) <= maxDistance;
+    return largest <= maxScale && std::abs(way.xx * way.yy - way.xy * way.yx) >= largest * minScale;
 }
 
 void drawImage(CGContext &context, const LxCGRect &rect, const CGImage &image) {
@@ -99,7 +109,7 @@ void drawImage(CGContext &context, const LxCGRect &rect, const CGImage &image) {
     if (!sides.hasArea() || !hasInverse(state.transform))
         return;
     const cairo_matrix_t toPixels = pixelsFrom(sides, image.form, context.target.yGrowsUp);
-    if (!isWithinReach(context.matrix(), toPixels))
+    if (!isWithinTarget(context.matrix(), sides) || !isWithinScale(context.matrix(), toPixels))
         return;
     const bool exchanges = context.target.exchangesRedAndBlue;
     const SurfaceHandle pixels = renderImage(image, inkBytes(state.fill), exchanges);

@@ -1,6 +1,6 @@
 #include "platform/quartz/QuartzImage.h"
 
-#include <cstring>
+#include <algorithm>
 #include <vector>
 
 #include "tests/platform/quartz/Canvas.h"
@@ -171,6 +171,28 @@ TEST(CGContextDrawImage, CoversTheRectangleWithItsFirstRowOnTop) {
                 EXPECT_EQ(canvas.at(x, y), inside ? cell : white) << x << ", " << y;
             }
     }
+}
+
+TEST(CGContextDrawImage, ShrinksFarFromTheOrigin) {
+    // At 40 pixels of the picture a pixel, the target's origin lies 80,000 pixels of the picture away.
+    std::vector<uint8_t> bytes(4000, 0);
+    std::fill(bytes.begin(), bytes.begin() + 2000, 200);
+    Canvas canvas(2200, 1);
+    CGContextSetInterpolationQuality(canvas, kCGInterpolationNone);
+    CGContextDrawImage(canvas, {2000, 0, 100, 1}, imageOf(4000, 1, 8, bytes).get());
+    for (int32_t x = 0; x < 2200; ++x) {
+        const uint8_t expected = x < 2000 || x >= 2100 ? 255 : x < 2050 ? 200 : 0;
+        ASSERT_EQ(canvas.at(x, 0).r, expected) << x;
+    }
+}
+
+TEST(CGContextDrawImage, ReachesFarBeyondTheTarget) {
+    Canvas canvas(4, 4);
+    CGContextDrawImage(canvas, {-1000000, 0, 2000000, 4},
+                       imageOf(128, 1, 8, std::vector<uint8_t>(128)).get());
+    canvas.expectAll(black);
+    CGContextDrawImage(canvas, {-3000000, 0, 6000000, 4}, imageOf(1, 1, 8, {255}).get()); // cannot be held
+    canvas.expectAll(black);
 }
 
 TEST(CGContextDrawImage, StandsUprightWhereYGrowsUp) {
