@@ -82,9 +82,9 @@ INSTANTIATE_TEST_SUITE_P(All, Canvases, testing::Values("software", "quartz", "o
 TEST_P(Canvases, FillsAreTheSoftwareRenderersButForEdges) {
     expectTheSoftwarePicture(white + "renderMode fill\n"
                                      "fillColor 200 40 40 255\nframe 10 10 60 50\n"
-                                     "fillColor 40 40 200 128\npoly 40,30 110,30 60,90\n"
+                                     "fillColor 40 40 200 128\npoly 40,30 90,30 60,80\n"
                                      "fillColor 30 140 60 255\nellipse 120 40 25 30\n"
-                                     "fillColor 220 160 20 180\nroundFrame 70 70 150 110 9 9\n");
+                                     "fillColor 220 160 20 180\nroundFrame 80 75 150 110 9 9\n");
 }
 
 TEST_P(Canvases, StrokesAreTheSoftwareRenderersButForEdges) {
