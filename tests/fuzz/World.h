@@ -154,7 +154,9 @@ T World::next() {
         if (isRare())
             return nullptr;
         // Close to the identity, so that a row of them leads nowhere far.
-        const auto near = [&](double value) { return isRare() ? next<double>() : value + next<int32_t>() / 64.0; };
+        const auto near = [&](double value) {
+            return isRare() ? next<double>() : value + next<int32_t>() / 64.0;
+        };
         matrix_ = {near(1), near(0), near(0), near(0), near(1), near(0), 0, 0, 1};
         return &matrix_;
     } else if constexpr (std::same_as<T, LxPointD>) {
