@@ -20,6 +20,8 @@ int fail(const char *message) {
 int run(int argc, char **argv) {
     CLI::App program("2D graphics and imaging from the command line.", "oxlume");
     program.require_subcommand(1);
+    program.set_help_all_flag("--help-all", "Print the help of all commands and exit");
+    program.set_version_flag("--version", "oxlume " OXLUME_VERSION, "Print the version and exit");
     tool::addBlendCommand(program);
     tool::addDrawCommand(program);
     tool::addInfoCommand(program);
