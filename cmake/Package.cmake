@@ -1,10 +1,12 @@
 # Packages, made by `cpack` in a build folder or by the target "package": an archive of all, and Debian packages of
-# the components that Install.cmake names.
+# the components that Install.cmake names. Sets OXLUME_DEBIAN_PACKAGES where these can be made.
 
 set(CPACK_GENERATOR TGZ)
+set(OXLUME_DEBIAN_PACKAGES OFF)
 find_program(DPKG_SHLIBDEPS dpkg-shlibdeps)
 find_program(FILE_COMMAND file)
 if(DPKG_SHLIBDEPS AND FILE_COMMAND)
+  set(OXLUME_DEBIAN_PACKAGES ON)
   list(APPEND CPACK_GENERATOR DEB)
 endif()
 set(CPACK_PACKAGE_VENDOR "The Oxlume authors")
