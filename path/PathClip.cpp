@@ -209,6 +209,11 @@ bool clipPath(LxPath &path, const LxRectD &clip) {
     return !ClipScan(path, clip, out).run() || out.moveInto(path);
 }
 
+const LxPath &clipped(const LxPath &path, const LxRectD &clip, PathBuilder &out) {
+    out.restart(path.count);
+    return ClipScan(path, clip, out).run() && !out.failed() ? out.path() : path;
+}
+
 } // namespace lx
 
 void LxPath_Clip(LxPath *path, const LxRectD *clip) {
