@@ -63,11 +63,20 @@ size_t distanceBetween(std::string_view a, std::string_view b) {
 
 [[noreturn]] void failOnWord(const char *what, std::string_view word,
                              const std::vector<std::string_view> &valid) {
-    const auto nearest =
-        std::min_element(valid.begin(), valid.end(), [&](std::string_view a, std::string_view b) {
-            return distanceBetween(word, a) < distanceBetween(word, b);
-        });
-    throw PresetError(joined({"unknown ", what, " ", quoted(word), "; the nearest is ", quoted(*nearest)}));
+    // A word far longer than any valid one is compared by its beginning, or a stranger's preset could take
+    // hours.
+    constexpr size_t mostLetters = 40;
+    const std::string_view beginning = word.substr(0, mostLetters);
+    std::string_view nearest;
+    size_t least = SIZE_MAX;
+    for (const std::string_view candidate : valid) {
+        const size_t distance = distanceBetween(beginning, candidate);
+        if (distance < least) {
+            least = distance;
+            nearest = candidate;
+        }
+    }
+    throw PresetError(joined({"unknown ", what, " ", quoted(word), "; the nearest is ", quoted(nearest)}));
 }
 
 double numberOf(std::string_view key, std::string_view text) {

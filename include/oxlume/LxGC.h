@@ -21,8 +21,8 @@
 
 LX_BEGIN_DECLS
 
-typedef struct _LxGC LxGC;
-typedef struct _LxGradient LxGradient;
+typedef struct _LxGC LxGC;             /* An opaque record. */
+typedef struct _LxGradient LxGradient; /* See LxGradient.h. */
 
 /* ---- Creation and deletion ----
  *
@@ -184,6 +184,7 @@ LX_API uint32_t LxGC_RenderMode(const LxGC *gc);
 LX_API void LxGC_SetBoundsRectD(LxGC *gc, double x0, double y0, double x1, double y1);
 LX_API void LxGC_SetBoundsRectL(LxGC *gc, int32_t x0, int32_t y0, int32_t x1, int32_t y1);
 
+/* The clip, by the rule above. */
 LX_API void LxGC_SetClipRectD(LxGC *gc, double x0, double y0, double x1, double y1);
 LX_API void LxGC_SetClipRectL(LxGC *gc, int32_t x0, int32_t y0, int32_t x1, int32_t y1);
 LX_API void LxGC_SetClip(LxGC *gc, double x0, double y0, double x1, double y1); /* As LxGC_SetClipRectD. */
@@ -225,13 +226,19 @@ LX_API void LxGC_TransposeD(const LxGC *gc, double *x, double *y);
  *
  * They are drawn by the render mode, through matrix and clip. Each costs one path. */
 
-LX_API void LxGC_Line(LxGC *gc, double x1, double y1, double x2, double y2);
+LX_API void LxGC_Line(LxGC *gc, double x1, double y1, double x2, double y2);  /* from the first point on */
 LX_API void LxGC_Frame(LxGC *gc, double x1, double y1, double x2, double y2); /* a rectangle */
+/* A rectangle whose corners are rounded by the two radii. */
 LX_API void LxGC_RoundFrame(LxGC *gc, double x1, double y1, double x2, double y2, double radiusX,
                             double radiusY);
+/* An ellipse and a circle around (cx, cy). */
 LX_API void LxGC_Ellipse(LxGC *gc, double cx, double cy, double radiusX, double radiusY);
 LX_API void LxGC_Circle(LxGC *gc, double cx, double cy, double radius);
-LX_API void LxGC_Poly(LxGC *gc, const LxPointD *points, int32_t n); /* closed */
+
+/* A closed polygon of `n` points. */
+LX_API void LxGC_Poly(LxGC *gc, const LxPointD *points, int32_t n);
+
+/* A path of the caller's, which is only read. */
 LX_API void LxGC_Path(LxGC *gc, const LxPath *path);
 
 /* ---- Whole pixels ----

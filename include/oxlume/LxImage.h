@@ -20,8 +20,8 @@
 
 LX_BEGIN_DECLS
 
-typedef struct _LxImage LxImage;
-typedef struct _LxGC LxGC;
+typedef struct _LxImage LxImage; /* An opaque record; whoever creates one deletes it. */
+typedef struct _LxGC LxGC;       /* See LxGC.h. */
 
 /* ---- Creation and deletion ---- */
 
@@ -65,14 +65,14 @@ LX_API int32_t LxImage_DataSize(const LxImage *image); /* Height times bytes per
  */
 LX_API int32_t LxImage_MemSize(const LxImage *image);
 
-LX_API int32_t LxImage_w(const LxImage *image);
-LX_API int32_t LxImage_h(const LxImage *image);
-LX_API int32_t LxImage_x(const LxImage *image);
-LX_API int32_t LxImage_y(const LxImage *image);
+LX_API int32_t LxImage_w(const LxImage *image);    /* Width in pixels. */
+LX_API int32_t LxImage_h(const LxImage *image);    /* Height in pixels. */
+LX_API int32_t LxImage_x(const LxImage *image);    /* The rectangle's left side. */
+LX_API int32_t LxImage_y(const LxImage *image);    /* The rectangle's top side. */
 LX_API int32_t LxImage_MinX(const LxImage *image); /* As LxImage_x. */
 LX_API int32_t LxImage_MinY(const LxImage *image); /* As LxImage_y. */
-LX_API int32_t LxImage_MaxX(const LxImage *image);
-LX_API int32_t LxImage_MaxY(const LxImage *image);
+LX_API int32_t LxImage_MaxX(const LxImage *image); /* x + width. */
+LX_API int32_t LxImage_MaxY(const LxImage *image); /* y + height. */
 
 /* These answer the all-zero point or rectangle for a null image. */
 LX_API LxPointL LxImage_Pos(const LxImage *image);    /* x, y */
@@ -234,7 +234,7 @@ LX_API void LxImage_FlipinRect(LxImage *image, int32_t x0, int32_t y0, int32_t x
  *
  * Entry points without effect, kept so that clients link. */
 
-LX_API void LxImage_Distort(LxImage *image);
+LX_API void LxImage_Distort(LxImage *image); /* Does nothing. */
 LX_API void LxImage_Convolve(LxImage *image);
 LX_API void LxImage_Blur(LxImage *image);
 LX_API LxImage *LxImage_Resize(LxImage *image); /* Answers its argument. */

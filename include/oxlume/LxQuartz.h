@@ -22,10 +22,10 @@ LX_BEGIN_DECLS
 
 struct _cairo_surface; /* cairo_surface_t */
 
-typedef struct CGContext *CGContextRef;
-typedef struct CGImage *CGImageRef;
-typedef struct CGDataProvider *CGDataProviderRef;
-typedef struct CGColorSpace *CGColorSpaceRef;
+typedef struct CGContext *CGContextRef;           /* What is drawn on. */
+typedef struct CGImage *CGImageRef;               /* A picture or a mask. */
+typedef struct CGDataProvider *CGDataProviderRef; /* The memory behind a picture. */
+typedef struct CGColorSpace *CGColorSpaceRef;     /* What a picture's components mean. */
 
 /* ---- Contexts ----
  *
@@ -66,7 +66,7 @@ LX_API void CGContextRestoreGState(CGContextRef context);
  * Under a transform that has no inverse, as one of zeros, everything has shrunk to a line or a point: no new
  * path has an area, and strokes, pictures and text do not show. */
 
-LX_API LxCGAffineTransform CGContextGetCTM(CGContextRef context);
+LX_API LxCGAffineTransform CGContextGetCTM(CGContextRef context); /* The transform as it stands. */
 
 /* Puts `transform` before the context's own. One with an element that is not finite, which the inverse of a
  * transform without an inverse is, gives the identity: cancelling a transform by its inverse works for any.
@@ -75,6 +75,7 @@ LX_API void CGContextConcatCTM(CGContextRef context, LxCGAffineTransform transfo
 
 /* ---- Attributes ---- */
 
+/* The colours of fills and of strokes. */
 LX_API void CGContextSetRGBFillColor(CGContextRef context, float red, float green, float blue, float alpha);
 LX_API void CGContextSetRGBStrokeColor(CGContextRef context, float red, float green, float blue, float alpha);
 
@@ -84,6 +85,7 @@ LX_API void CGContextSetAlpha(CGContextRef context, float alpha);
 /* In user space; at 0 and below strokes do not show. */
 LX_API void CGContextSetLineWidth(CGContextRef context, float width);
 
+/* How pictures are scaled. */
 typedef enum CGInterpolationQuality {
     kCGInterpolationDefault = 0, /* as the picture says */
     kCGInterpolationNone = 1,
@@ -91,7 +93,7 @@ typedef enum CGInterpolationQuality {
     kCGInterpolationHigh = 3
 } CGInterpolationQuality;
 
-/* How pictures are scaled. Other values do nothing. */
+/* Sets a CGInterpolationQuality. Other values do nothing. */
 LX_API void CGContextSetInterpolationQuality(CGContextRef context, int32_t quality);
 
 /* ---- Paths ----
@@ -103,6 +105,7 @@ LX_API void CGContextMoveToPoint(CGContextRef context, float x, float y);
 LX_API void CGContextAddLineToPoint(CGContextRef context, float x, float y);
 LX_API void CGContextClosePath(CGContextRef context);
 
+/* What drawing a path does. */
 typedef enum CGPathDrawingMode {
     kCGPathFill = 0,   /* by the non-zero rule */
     kCGPathEOFill = 1, /* by the even-odd rule */
@@ -120,6 +123,7 @@ LX_API void CGContextFillRect(CGContextRef context, LxCGRect rect);
 
 /* ---- Text ---- */
 
+/* What the bytes of a text mean. */
 typedef enum CGTextEncoding {
     kCGEncodingFontSpecific = 0, /* the code points 0 to 255 */
     kCGEncodingMacRoman = 1
@@ -128,6 +132,7 @@ typedef enum CGTextEncoding {
 /* The font that the system offers for a name, in UTF-8, and its size in user space. */
 LX_API void CGContextSelectFont(CGContextRef context, const char *name, float size, int32_t encoding);
 
+/* What drawing text does. */
 typedef enum CGTextDrawingMode {
     kCGTextFill = 0,
     kCGTextStroke = 1,
@@ -135,7 +140,7 @@ typedef enum CGTextDrawingMode {
     kCGTextInvisible = 3
 } CGTextDrawingMode;
 
-/* Other values do nothing. */
+/* Sets a CGTextDrawingMode. Other values do nothing. */
 LX_API void CGContextSetTextDrawingMode(CGContextRef context, int32_t mode);
 
 /* Draws `length` bytes with the first glyph's baseline point at (x, y). Control characters are left out, and
@@ -160,6 +165,7 @@ LX_API CGColorSpaceRef CGColorSpaceCreateDeviceRGB(void);
 LX_API CGColorSpaceRef CGColorSpaceCreateDeviceGray(void);
 LX_API void CGColorSpaceRelease(CGColorSpaceRef space);
 
+/* Where a pixel's alpha stands, and whether its colours are multiplied by it. */
 typedef enum CGImageAlphaInfo {
     kCGImageAlphaNone = 0,
     kCGImageAlphaPremultipliedLast = 1,
@@ -189,6 +195,7 @@ LX_API CGImageRef CGImageMaskCreate(size_t width, size_t height, size_t bitsPerC
 LX_API CGImageRef CGImageRetain(CGImageRef image); /* Answers its argument. */
 LX_API void CGImageRelease(CGImageRef image);
 
+/* What the picture was made with. */
 LX_API size_t CGImageGetWidth(CGImageRef image);
 LX_API size_t CGImageGetHeight(CGImageRef image);
 LX_API size_t CGImageGetBitsPerPixel(CGImageRef image);
