@@ -13,12 +13,14 @@
 #include "tools/Command.h"
 #include "tools/DrawScript.h"
 #include "tools/PngFile.h"
+#include "tools/RendererOption.h"
 
 namespace tool {
 namespace {
 
 struct Arguments {
     std::string script, output;
+    CanvasMaker makeCanvas = makeSoftwareCanvas;
     unsigned seconds = 60;
 };
 
@@ -57,7 +59,8 @@ std::string readScript(const std::string &path) {
 
 void draw(const Arguments &arguments) {
     const std::filesystem::path folder = std::filesystem::path(arguments.script).parent_path();
-    Drawing drawing([&](const std::string &file) { return readPng((folder / file).string()); });
+    Drawing drawing([&](const std::string &file) { return readPng((folder / file).string()); },
+                    arguments.makeCanvas);
     const std::string script = readScript(arguments.script);
     {
         const TimeLimit limit(arguments.script, arguments.seconds);
@@ -76,6 +79,7 @@ void addDrawCommand(CLI::App &program) {
     command->add_option("SCRIPT", arguments->script, "Text file, at most 1 MiB: size W H, then commands")
         ->required();
     command->add_option("-o,--output", arguments->output, "PNG file to write")->required();
+    addRendererOption(*command, arguments->makeCanvas);
     command->add_option("--seconds", arguments->seconds, "Give up after this time")
         ->check(CLI::Range(1, 3600))
         ->capture_default_str();

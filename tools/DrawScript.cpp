@@ -148,7 +148,11 @@ const DrawForm &formNamed(const std::string &name) {
     for (const DrawForm &form : drawForms()) {
         if (form.name == name)
             return form;
-        const size_t distance = name.size() > 2 && name.size() < 32 ? editDistance(name, form.name) : least;
+        // Letters that one of the two has more are as many slips.
+        const size_t more = std::max(name.size(), form.name.size()) - std::min(name.size(), form.name.size());
+        if (more >= least || name.size() < 3)
+            continue;
+        const size_t distance = editDistance(name, form.name);
         if (distance < least) {
             least = distance;
             nearest = &form;

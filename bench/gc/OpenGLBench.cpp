@@ -6,11 +6,12 @@
 #include <benchmark/benchmark.h>
 
 #include "tests/gc/renderers/OpenGLScene.h"
-#include "tests/support/OffscreenGL.h"
+#include "tools/OffscreenGL.h"
 
 namespace {
 
 using namespace lx::test;
+using tool::OffscreenGL;
 
 constexpr int32_t pathsAFrame = 200;
 
