@@ -9,6 +9,7 @@
 #include "image/Image.h"
 #include "tools/Failure.h"
 #include "tools/OutputFile.h"
+#include "tools/Progress.h"
 
 namespace tool {
 namespace {
@@ -99,13 +100,15 @@ bool putFrame(GifFileType *gif, Indexed &frame, int width, int height, int hundr
     return true;
 }
 
-bool putAnimation(GifFileType *gif, const std::vector<const LxImage *> &frames, int hundredths) {
+bool putAnimation(GifFileType *gif, const std::vector<const LxImage *> &frames, int hundredths,
+                  Progress &progress) {
     const int width = lx::width(*frames.front());
     const int height = lx::height(*frames.front());
     EGifSetGifVersion(gif, true);
     if (EGifPutScreenDesc(gif, width, height, 8, 0, nullptr) != GIF_OK || !putLoop(gif))
         return false;
     for (const LxImage *image : frames) {
+        progress.advance();
         const std::unique_ptr<Indexed> frame = indexed(*image);
         if (frame == nullptr || !putFrame(gif, *frame, width, height, hundredths))
             return false;
@@ -119,7 +122,8 @@ void writeGif(const std::string &path, const std::vector<const LxImage *> &frame
     OutputFile file(path);
     int error = 0;
     GifFileType *gif = EGifOpen(file.stream(), writeBytes, &error);
-    const bool isWhole = gif != nullptr && putAnimation(gif, frames, hundredths);
+    Progress progress("writing " + path, static_cast<int64_t>(frames.size()));
+    const bool isWhole = gif != nullptr && putAnimation(gif, frames, hundredths, progress);
     if (gif != nullptr && EGifCloseFile(gif, &error) != GIF_OK)
         throw Failure(path + ": cannot write: " + GifErrorString(error));
     if (!isWhole)

@@ -16,6 +16,7 @@
 #include "tools/Command.h"
 #include "tools/OutputFile.h"
 #include "tools/PngFile.h"
+#include "tools/Progress.h"
 
 namespace tool {
 namespace {
@@ -98,6 +99,7 @@ void showModes(const Arguments &arguments) {
     LxImage_Fill(sheet.get(), LxColor_RGBA(136, 136, 136, 255));
 
     makeFolder(arguments.folder);
+    Progress progress("blending by all modes", lx::modeCount);
     for (int32_t mode = 0; mode < lx::modeCount; ++mode) {
         const ImageHandle result(LxImage_Copy(destination.get()));
         if (result == nullptr)
@@ -107,6 +109,7 @@ void showModes(const Arguments &arguments) {
         writePng(arguments.folder + "/" + LxBlend_ModeName(mode) + ".png", *result);
         LxImage_MoveTo(result.get(), gap + mode % columns * (w + gap), gap + mode / columns * (h + gap));
         copyTo(*sheet, *result);
+        progress.advance();
     }
     writePng(arguments.folder + "/sheet.png", *sheet);
     writePage(arguments.folder + "/index.html", arguments.opacity);

@@ -116,18 +116,21 @@ void morph(const Arguments &arguments) {
     std::vector<PackedPicture> results;
     results.reserve(wantsAnimation ? static_cast<size_t>(arguments.frames) : 1);
     std::vector<const LxImage *> animation = {&source.image()};
-    Progress progress(arguments.frames - first + 1);
-    for (int frame = first; frame <= arguments.frames; ++frame) {
-        if (wantsAnimation || results.empty())
-            results.emplace_back(*picture);
-        LxImage &result = results.back().image();
-        const float t = static_cast<float>(frame) / static_cast<float>(arguments.frames);
-        if (!lx::morphFrame(source.image(), result, lines.from.data(), lines.to.data(), lines.from.size(), t))
-            throw std::bad_alloc();
-        animation.push_back(&result);
-        if (arguments.keepFrames)
-            writePng(numbered(arguments.output, frame), result);
-        progress.advance();
+    {
+        Progress progress("warping", arguments.frames - first + 1);
+        for (int frame = first; frame <= arguments.frames; ++frame) {
+            if (wantsAnimation || results.empty())
+                results.emplace_back(*picture);
+            LxImage &result = results.back().image();
+            const float t = static_cast<float>(frame) / static_cast<float>(arguments.frames);
+            if (!lx::morphFrame(source.image(), result, lines.from.data(), lines.to.data(), lines.from.size(),
+                                t))
+                throw std::bad_alloc();
+            animation.push_back(&result);
+            if (arguments.keepFrames)
+                writePng(numbered(arguments.output, frame), result);
+            progress.advance();
+        }
     }
     writePng(arguments.output, results.back().image());
     if (wantsAnimation)
