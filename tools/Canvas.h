@@ -29,6 +29,9 @@ std::unique_ptr<Canvas> makeSoftwareCanvas(int32_t width, int32_t height);
 std::unique_ptr<Canvas> makeQuartzCanvas(int32_t width, int32_t height);
 std::unique_ptr<Canvas> makeOpenGLCanvas(int32_t width, int32_t height);
 
+// Whether the program was built with Quartz, by which there is text.
+extern const bool hasQuartzCanvas;
+
 // A new transparent picture of type kLxPixelRGBA. Throws a Failure for lack of memory.
 ImageHandle makePicture(int32_t width, int32_t height);
 

@@ -5,6 +5,8 @@
 
 namespace tool {
 
+const bool hasQuartzCanvas = false;
+
 std::unique_ptr<Canvas> makeQuartzCanvas(int32_t, int32_t) {
     throw Failure("--renderer quartz: this program was built without it");
 }

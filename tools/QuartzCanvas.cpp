@@ -42,6 +42,8 @@ private:
 
 } // namespace
 
+const bool hasQuartzCanvas = true;
+
 std::unique_ptr<Canvas> makeQuartzCanvas(int32_t width, int32_t height) {
     return std::make_unique<QuartzCanvas>(width, height);
 }
