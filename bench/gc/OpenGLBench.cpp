@@ -1,5 +1,4 @@
-// Paths by the OpenGL renderer, without a display. The library's own part of the time shows in a profile by
-// shared object: perf record bench_opengl; perf report --sort dso.
+// Paths by the OpenGL renderer, without a display. bench/library-share tells our own part of the time.
 
 #include <optional>
 

@@ -64,16 +64,9 @@ bool SolidPaint::serves(const LxImage &image, const LxBlend &blend, const LxShad
 
 SolidPaint::SolidPaint(LxImage &image, const LxBlend &blend, const LxRGBA &color)
     : image_(image), spans_(spanFunctions()), width_(width(image)), height_(height(image)),
-      color_(wordOf(color)), evenPlusOne_((color_ & 0x00FF00FF) + 0x00010001),
+      flipped_(image.flipped != 0), color_(wordOf(color)), evenPlusOne_((color_ & 0x00FF00FF) + 0x00010001),
       oddPlusOne_((color_ >> 8 & 0x00FF00FF) + 0x00010001), alphaPlusOne_(color.a + 1u),
       opacity_(blend.opacity) {}
-
-bool SolidPaint::row(int32_t y) {
-    if (y >= height_)
-        return false;
-    row_ = rowAddress(image_, y);
-    return true;
-}
 
 void SolidPaint::longRun(uint8_t *pixel, uint32_t w, size_t count) const {
     if (w == 255)
