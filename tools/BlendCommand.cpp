@@ -3,6 +3,7 @@
 
 #include <cstring>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,7 @@
 #include "tools/BlendNames.h"
 #include "tools/Command.h"
 #include "tools/PngFile.h"
+#include "tools/Progress.h"
 
 namespace tool {
 namespace {
@@ -73,16 +75,18 @@ void blend(const Arguments &arguments) {
     const ImageHandle destination = readPng(arguments.destination);
     ImageHandle source = readPng(arguments.source);
     const ImageHandle mask = arguments.mask.empty() ? nullptr : readMask(arguments.mask);
-    if (!arguments.frame.empty()) {
-        const LxRectL frame = frameOf(arguments, *source);
-        LxImage_MoveTo(mask.get(), frame.x0, frame.y0);
-        LxBlend_Image_Image(&how, destination.get(), source.get(), mask.get(), &frame);
-    } else {
-        if (!arguments.tile.empty())
-            source = tileOf(arguments, *source);
-        for (LxImage *image : {source.get(), mask.get()})
-            LxImage_MoveTo(image, arguments.at[0], arguments.at[1]);
-        LxBlend_Image_Image(&how, destination.get(), source.get(), mask.get(), nullptr);
+    std::optional<LxRectL> frame;
+    if (!arguments.frame.empty())
+        frame = frameOf(arguments, *source);
+    else if (!arguments.tile.empty())
+        source = tileOf(arguments, *source);
+    // A frame goes where its area says.
+    const LxPointL at = frame ? LxPointL{frame->x0, frame->y0} : LxPointL{arguments.at[0], arguments.at[1]};
+    for (LxImage *image : {source.get(), mask.get()})
+        LxImage_MoveTo(image, at.x, at.y);
+    {
+        const Progress progress("blending", 0);
+        LxBlend_Image_Image(&how, destination.get(), source.get(), mask.get(), frame ? &*frame : nullptr);
     }
     writePng(arguments.out, *destination);
 }
