@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <cstdlib>
 
+#include <oxlume/LxExtras.h>
 #include <oxlume/LxImage.h>
 
 #include "foundation/Mutex.h"
@@ -131,10 +132,3 @@ struct ImageStatistics {
 ImageStatistics imageStatistics(Storage storage);
 
 } // namespace lx
-
-extern "C" {
-
-// Reads the marker pixels of a picture and stores the segments or tiles that they tell, in place of any it
-// had. Takes any image; null is ignored.
-void LxImage_ReadSegmentMarks(LxImage *image);
-}

@@ -3,12 +3,14 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdio>
+#include <functional>
 #include <new>
 #include <vector>
 
 #include "foundation/Numeric.h"
 #include "foundation/VectorLevel.h"
 #include "image/Image.h"
+#include "image/Pixels.h"
 #include "morph/MorphRow.h"
 
 namespace lx {
@@ -20,17 +22,16 @@ int32_t between(int32_t from, int32_t to, float t) {
     return truncateToInt32(static_cast<float>(from) + static_cast<float>(wrappingSubtract(to, from)) * t);
 }
 
+LxMorphLine lineOf(int32_t x0, int32_t y0, int32_t x1, int32_t y1) {
+    const int32_t dx = wrappingSubtract(x1, x0);
+    const int32_t dy = wrappingSubtract(y1, y0);
+    const int32_t lengthSquared = wrappingAdd(wrappingMultiply(dx, dx), wrappingMultiply(dy, dy));
+    return {x0, y0, x1, y1, dx, dy, std::sqrt(static_cast<float>(lengthSquared)), lengthSquared};
+}
+
 LxMorphLine lineBetween(const LxMorphLine &from, const LxMorphLine &to, float t) {
-    LxMorphLine line = {};
-    line.x0 = between(from.x0, to.x0, t);
-    line.y0 = between(from.y0, to.y0, t);
-    line.x1 = between(from.x1, to.x1, t);
-    line.y1 = between(from.y1, to.y1, t);
-    line.dx = wrappingSubtract(line.x1, line.x0);
-    line.dy = wrappingSubtract(line.y1, line.y0);
-    line.lengthSquared = wrappingAdd(wrappingMultiply(line.dx, line.dx), wrappingMultiply(line.dy, line.dy));
-    line.length = std::sqrt(static_cast<float>(line.lengthSquared));
-    return line;
+    return lineOf(between(from.x0, to.x0, t), between(from.y0, to.y0, t), between(from.x1, to.x1, t),
+                  between(from.y1, to.y1, t));
 }
 
 MorphPair pairBetween(const LxMorphLine &source, const LxMorphLine &target, float t) {
@@ -45,15 +46,13 @@ MorphPair pairBetween(const LxMorphLine &source, const LxMorphLine &target, floa
             .sLength = source.length};
 }
 
-// The pixels of both images, row after row without a gap, whatever distance their rows have elsewhere.
+// The pixels of both images: the address of the first row of each, and the way to the next.
 struct Pictures {
     const uint8_t *source;
     uint8_t *destination;
+    ptrdiff_t sourceStride, destinationStride;
     int32_t width, height;
     ptrdiff_t pixelBytes; // 0 for types that are not handled
-
-    ptrdiff_t bytes() const { return pixelBytes * width * height; }
-    bool overlap() const { return source < destination + bytes() && destination < source + bytes(); }
 };
 
 // Where along an axis the weighted sum leads, inside 0 to `length` - 1.
@@ -64,32 +63,46 @@ int32_t sourceCoordinate(float sum, float weight, int32_t at, int32_t length) {
 
 void copyRow(const Pictures &pictures, const MorphSums &sums, int32_t y) {
     const auto size = static_cast<size_t>(pictures.pixelBytes);
-    uint8_t *to = pictures.destination + pictures.pixelBytes * y * pictures.width;
+    uint8_t *to = pictures.destination + y * pictures.destinationStride;
     for (int32_t x = 0; x < pictures.width; ++x, to += size) {
         const float weight = sums.weight[x];
         // Without any weight, as with no lines or lines of no length, a pixel comes from its own place.
         const bool weighs = weight != 0.0f && !std::isnan(weight);
         const int32_t fromX = weighs ? sourceCoordinate(sums.x[x], weight, x, pictures.width) : x;
         const int32_t fromY = weighs ? sourceCoordinate(sums.y[x], weight, y, pictures.height) : y;
-        const ptrdiff_t index = ptrdiff_t{fromY} * pictures.width + fromX;
-        const uint8_t *from = pictures.source + index * pictures.pixelBytes;
+        const uint8_t *from = pictures.source + fromY * pictures.sourceStride + fromX * pictures.pixelBytes;
         for (size_t i = 0; i < size; ++i)
             to[i] = from[i];
     }
 }
 
+// ---- The frames that LxMorphFrames draws over each other ----
+//
+// It takes the pixels of both images row after row without a gap, whatever distance their rows have
+// elsewhere.
+
 ptrdiff_t handledPixelBytes(const LxImage &image) {
     return image.type == kLxPixelA ? 1 : image.type == kLxPixelRGB ? 3 : 0;
 }
 
-Pictures picturesOf(const LxImage &source, LxImage &destination) {
-    return {firstRow(source), firstRow(destination), width(source), height(source),
-            handledPixelBytes(source)};
+int64_t packedBytes(const LxImage &image) {
+    return int64_t{handledPixelBytes(image)} * width(image) * height(image);
 }
 
-bool fit(const LxImage &source, const LxImage &destination) {
-    const int64_t bytes = int64_t{handledPixelBytes(source)} * width(source) * height(source);
+Pictures packedPictures(const LxImage &source, LxImage &destination) {
+    const ptrdiff_t stride = handledPixelBytes(source) * width(source);
+    return {firstRow(source), firstRow(destination),    stride, stride, width(source),
+            height(source),   handledPixelBytes(source)};
+}
+
+bool fitPacked(const LxImage &source, const LxImage &destination) {
+    const int64_t bytes = packedBytes(source);
     return bytes <= LxImage_DataSize(&source) && bytes <= LxImage_DataSize(&destination);
+}
+
+bool overlap(const uint8_t *a, int64_t aBytes, const uint8_t *b, int64_t bBytes) {
+    const std::less<> before;
+    return before(a, b + bBytes) && before(b, a + aBytes);
 }
 
 // Morphs the rows of one frame after another, with room for what they need.
@@ -120,12 +133,15 @@ private:
     std::vector<float> store_;
 };
 
-int32_t morphFrames(const Pictures &pictures, const LxMorphLine *sourceLines, const LxMorphLine *targetLines,
-                    size_t lineCount, int32_t frameCount) {
+int32_t morphFrames(const LxImage &source, LxImage &destination, const LxMorphLine *sourceLines,
+                    const LxMorphLine *targetLines, size_t lineCount, int32_t frameCount) {
+    const Pictures pictures = packedPictures(source, destination);
+    const int64_t bytes = packedBytes(source);
+    const bool readsResults = overlap(pictures.source, bytes, pictures.destination, bytes);
     Morpher morpher(pictures, sourceLines, targetLines, lineCount);
     for (int64_t frame = 1; frame <= frameCount; ++frame) {
         // Only the last frame's pixels can be seen, unless each frame reads what the one before has written.
-        const bool isSeen = pictures.pixelBytes != 0 && (frame == frameCount || pictures.overlap());
+        const bool isSeen = pictures.pixelBytes != 0 && (frame == frameCount || readsResults);
         if (isSeen)
             morpher.startFrame(static_cast<float>(frame) / static_cast<float>(frameCount));
         for (int32_t y = 0; y < pictures.height; ++y) {
@@ -138,34 +154,73 @@ int32_t morphFrames(const Pictures &pictures, const LxMorphLine *sourceLines, co
     return wrappingAdd(frameCount, 1);
 }
 
-} // namespace
+// ---- One frame of two images as they lie ----
 
-bool morphFrame(const LxImage &source, LxImage &destination, const LxMorphLine *sourceLines,
-                const LxMorphLine *targetLines, size_t lineCount, float t) {
-    const Pictures pictures = picturesOf(source, destination);
-    if (pictures.pixelBytes == 0 || !fit(source, destination))
-        return false;
-    try {
-        Morpher morpher(pictures, sourceLines, targetLines, lineCount);
-        morpher.startFrame(t);
-        for (int32_t y = 0; y < pictures.height; ++y)
-            morpher.morphRow(y);
-        return true;
-    } catch (const std::bad_alloc &) {
-        return false;
-    }
+ptrdiff_t strideOf(const LxImage &image) {
+    return image.flipped != 0 ? -ptrdiff_t{image.rowBytes} : ptrdiff_t{image.rowBytes};
 }
 
+Pictures picturesAsTheyLie(const LxImage &source, LxImage &destination) {
+    return {rowAddress(source, 0),
+            rowAddress(destination, 0),
+            strideOf(source),
+            strideOf(destination),
+            width(source),
+            height(source),
+            static_cast<ptrdiff_t>(storedBytes(source))};
+}
+
+// Has pixels, and rows that hold them.
+bool isWhole(const LxImage &image) {
+    const int64_t rowBytes = int64_t{width(image)} * static_cast<int64_t>(storedBytes(image));
+    return firstRow(image) != nullptr && rowBytes > 0 && rowBytes <= image.rowBytes;
+}
+
+bool match(const LxImage &source, const LxImage &destination) {
+    return isWhole(source) && isWhole(destination) && source.type == destination.type &&
+           width(source) == width(destination) && height(source) == height(destination) &&
+           !overlap(firstRow(source), LxImage_DataSize(&source), firstRow(destination),
+                    LxImage_DataSize(&destination));
+}
+
+void morphFrame(const LxImage &source, LxImage &destination, const LxMorphLine *sourceLines,
+                const LxMorphLine *targetLines, size_t lineCount, float t) {
+    Morpher morpher(picturesAsTheyLie(source, destination), sourceLines, targetLines, lineCount);
+    morpher.startFrame(t);
+    for (int32_t y = 0; y < height(source); ++y)
+        morpher.morphRow(y);
+}
+
+} // namespace
 } // namespace lx
 
 using namespace lx;
 
+LxMorphLine LxMorphLine_Make(int32_t x0, int32_t y0, int32_t x1, int32_t y1) {
+    return lineOf(x0, y0, x1, y1);
+}
+
+int32_t LxMorph_Frame(const LxImage *source, LxImage *destination, const LxMorphLine *sourceLines,
+                      const LxMorphLine *targetLines, int32_t lineCount, double t) {
+    const bool hasLines = lineCount == 0 || (sourceLines != nullptr && targetLines != nullptr);
+    if (source == nullptr || destination == nullptr || lineCount < 0 || !hasLines || !std::isfinite(t) ||
+        !match(*source, *destination))
+        return 0;
+    try {
+        morphFrame(*source, *destination, sourceLines, targetLines, static_cast<size_t>(lineCount),
+                   static_cast<float>(t));
+        return 1;
+    } catch (const std::bad_alloc &) {
+        return 0;
+    }
+}
+
 int32_t LxMorphFrames(LxImage *source, LxImage *destination, const LxMorphLine *sourceLines,
                       const LxMorphLine *targetLines, int32_t lineCount, int32_t frameCount) {
-    if (source == nullptr || destination == nullptr || frameCount < 1 || !fit(*source, *destination))
+    if (source == nullptr || destination == nullptr || frameCount < 1 || !fitPacked(*source, *destination))
         return frameCount;
     try {
-        return morphFrames(picturesOf(*source, *destination), sourceLines, targetLines,
+        return morphFrames(*source, *destination, sourceLines, targetLines,
                            static_cast<size_t>(std::max(lineCount, 0)), frameCount);
     } catch (const std::bad_alloc &) {
         return frameCount;

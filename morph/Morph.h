@@ -5,24 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include <oxlume/LxImage.h>
-
-// A control line. The caller fills all fields.
-struct LxMorphLine {
-    int32_t x0, y0, x1, y1;
-    int32_t dx, dy; // x1 - x0, y1 - y0
-    float length;
-    int32_t lengthSquared; // dx * dx + dy * dy
-};
-
-namespace lx {
-
-// One frame, with the lines at `t` of the way. Answers false, and does nothing, where the images do not fit
-// each other or memory is short. Rows are tightly packed, as below.
-bool morphFrame(const LxImage &source, LxImage &destination, const LxMorphLine *sourceLines,
-                const LxMorphLine *targetLines, size_t lineCount, float t);
-
-} // namespace lx
+#include <oxlume/LxExtras.h>
 
 extern "C" {
 

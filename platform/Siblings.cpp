@@ -7,10 +7,6 @@ LxImage *LxPrivate_CreateLendingImage(int32_t type, LxRectL rect, int32_t empty,
     return lx::createLendingImage(type, rect, (empty & 1) != 0, clear != 0, (flipped & 1) != 0);
 }
 
-void LxPrivate_ReadSegmentMarks(LxImage *image) {
-    LxImage_ReadSegmentMarks(image);
-}
-
 void LxPrivate_RegisterViewContexts(lx::ViewContextFunctions functions) {
     lx::registerViewContexts(functions);
 }

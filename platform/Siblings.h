@@ -11,9 +11,6 @@ extern "C" {
 LX_API LxImage *LxPrivate_CreateLendingImage(int32_t type, LxRectL rect, int32_t empty, int32_t clear,
                                              int32_t flipped);
 
-// LxImage_ReadSegmentMarks.
-LX_API void LxPrivate_ReadSegmentMarks(LxImage *image);
-
 // lx::registerViewContexts.
 LX_API void LxPrivate_RegisterViewContexts(lx::ViewContextFunctions functions);
 }

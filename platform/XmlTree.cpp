@@ -65,6 +65,18 @@ bool load(pugi::xml_document &document, const std::string &path) {
     return bool(document.load_buffer_inplace_own(bytes, length));
 }
 
+// The document that `fill` makes, or null. Whatever the standard library throws for lack of memory ends here.
+template <class Fill>
+std::unique_ptr<pugi::xml_document> parsed(Fill fill) {
+    try {
+        auto document = std::make_unique<pugi::xml_document>();
+        if (fill(*document))
+            return document;
+    } catch (const std::exception &) {
+    }
+    return nullptr;
+}
+
 } // namespace
 
 const char *XmlAttribute::name() const {
@@ -110,16 +122,17 @@ XmlNode XmlNode::next() const {
     return XmlNode(pugi::xml_node(node_).next_sibling().internal_object());
 }
 
-// Whatever the standard library throws for lack of memory ends in a null tree.
-XmlTree::XmlTree(const char *url) {
-    if (url == nullptr)
-        return;
-    try {
-        auto document = std::make_unique<pugi::xml_document>();
-        if (load(*document, pathOf(url)))
-            document_ = std::move(document);
-    } catch (const std::exception &) {
-    }
+XmlTree::XmlTree(std::unique_ptr<pugi::xml_document> document) : document_(std::move(document)) {}
+
+XmlTree::XmlTree(const char *url)
+    : XmlTree(parsed(
+          [url](pugi::xml_document &document) { return url != nullptr && load(document, pathOf(url)); })) {}
+
+XmlTree XmlTree::ofText(std::string_view text) {
+    return XmlTree(parsed([text](pugi::xml_document &document) {
+        return text.size() <= static_cast<size_t>(maxFileBytes) &&
+               bool(document.load_buffer(text.data(), text.size()));
+    }));
 }
 
 XmlTree::~XmlTree() = default;

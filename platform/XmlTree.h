@@ -2,6 +2,7 @@
 #pragma once
 
 #include <memory>
+#include <string_view>
 
 namespace pugi {
 class xml_document;
@@ -47,7 +48,7 @@ private:
     pugi::xml_node_struct *node_;
 };
 
-// A parsed file. Memory is in proportion to the file, of at most `maxFileBytes`, and depth costs no stack.
+// A parsed file or text. Memory is in proportion to it, at most `maxFileBytes`, and depth costs no stack.
 class XmlTree {
 public:
     static constexpr long long maxFileBytes = 32 << 20;
@@ -55,6 +56,8 @@ public:
     // `url` is a "file:" URL or a plain path. The tree is null if that is no file that can be read, too large
     // a file, or no well-formed XML. Entities that the file defines itself are not replaced.
     explicit XmlTree(const char *url);
+    // The tree of a text itself, which is copied; the same holds for it as for a file's.
+    static XmlTree ofText(std::string_view text);
     ~XmlTree();
     XmlTree(const XmlTree &) = delete;
     XmlTree &operator=(const XmlTree &) = delete;
@@ -62,6 +65,8 @@ public:
     XmlNode root() const; // the document, or a null node
 
 private:
+    explicit XmlTree(std::unique_ptr<pugi::xml_document> document);
+
     std::unique_ptr<pugi::xml_document> document_;
 };
 

@@ -2,7 +2,10 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <vector>
+
+#include <oxlume/LxExtras.h>
 
 #include "sheen/Layer.h"
 
@@ -10,19 +13,17 @@ namespace lx {
 
 // The light of the last pass. The render reads azimuth, elevation, width, ambient, brilliance and
 // shadowDisplacement; the others are only carried.
-struct LxSheenLight {
-    double azimuth = 2.356194490192345;    // radians
-    double elevation = 0.7853981633974483; // radians
-    double width = 255.0;
-    double ambient = 0.20000000298023224;
-    double brilliance = 1.0;
-    LxRGBA color = {255, 255, 255, 255};
-    double shadowSoftness = 7.0;
-    double shadowLength = 10.0;
-    double shadowDisplacement = 0.0;
-    uint8_t shadowOpacity = 130;
-    uint8_t shadowStep = 5;
-};
+constexpr LxSheenLight defaultLight = {.azimuth = 2.356194490192345,
+                                       .elevation = 0.7853981633974483,
+                                       .width = 255.0,
+                                       .ambient = 0.20000000298023224,
+                                       .brilliance = 1.0,
+                                       .color = {255, 255, 255, 255},
+                                       .shadowSoftness = 7.0,
+                                       .shadowLength = 10.0,
+                                       .shadowDisplacement = 0.0,
+                                       .shadowOpacity = 130,
+                                       .shadowStep = 5};
 
 class LxSheenDescriptor {
 public:
@@ -57,6 +58,9 @@ public:
     // Samples what is dirty, composites, lights. Answers 1 when a picture stands, else 0.
     int32_t Render();
 
+    // Told before each long step of a render how many of how many are done, if it is set. Not copied.
+    std::function<void(int32_t done, int32_t steps)> onRenderStep;
+
     // Copies the layer's bounds; leaves `result` alone for an index out of range.
     void LayerBounds(int32_t index, LxRectD &result) const;
     // Exchanges two different layers and makes `to` current. Both are sampled anew.
@@ -71,7 +75,7 @@ public:
     OwnedImage image;      // kLxPixelRGBA: the lit picture
     int32_t currentLayer = -1;
     int32_t width = 1, height = 1;
-    LxSheenLight light;
+    LxSheenLight light = defaultLight;
     double scale = 1.0;                           // reported only
     double blurRadius = 2.75;                     // stored only
     uint8_t blurEnabled = 0;                      // stored only
@@ -82,6 +86,7 @@ private:
     bool isIndex(int32_t index) const { return index >= 0 && index < LayerCount(); }
     void deleteImages();
     bool sampleLayers();
+    void tellStep(int32_t done) const;
 
     // Pictures that renders replaced. Callers may still hold them, so they live until the next change of size
     // or scale.

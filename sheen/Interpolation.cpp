@@ -20,7 +20,7 @@ double held(double value) {
 }
 
 LxSheenLight between(double t, const LxSheenLight &a, const LxSheenLight &b) {
-    LxSheenLight light; // on purpose the colour stays the default white
+    LxSheenLight light = defaultLight; // on purpose the colour stays the default white
     for (double LxSheenLight::*field : lightFields)
         light.*field = a.*field + (b.*field - a.*field) * t;
     light.shadowOpacity = lerpByte(t, a.shadowOpacity, b.shadowOpacity);

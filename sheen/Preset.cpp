@@ -33,8 +33,11 @@ std::string joined(std::initializer_list<std::string_view> parts) {
     return whole;
 }
 
+// What is longer than any word that means something is cut short in messages.
+constexpr size_t longestQuoted = 80;
+
 std::string quoted(std::string_view text) {
-    return joined({"\"", text, "\""});
+    return joined({"\"", text.substr(0, longestQuoted), text.size() > longestQuoted ? "...\"" : "\""});
 }
 
 std::string_view trimmed(std::string_view text) {
@@ -63,20 +66,13 @@ size_t distanceBetween(std::string_view a, std::string_view b) {
 
 [[noreturn]] void failOnWord(const char *what, std::string_view word,
                              const std::vector<std::string_view> &valid) {
-    // A word far longer than any valid one is compared by its beginning, or a stranger's preset could take
-    // hours.
-    constexpr size_t mostLetters = 40;
-    const std::string_view beginning = word.substr(0, mostLetters);
-    std::string_view nearest;
-    size_t least = SIZE_MAX;
-    for (const std::string_view candidate : valid) {
-        const size_t distance = distanceBetween(beginning, candidate);
-        if (distance < least) {
-            least = distance;
-            nearest = candidate;
-        }
-    }
-    throw PresetError(joined({"unknown ", what, " ", quoted(word), "; the nearest is ", quoted(nearest)}));
+    if (word.size() > longestQuoted)
+        throw PresetError(joined({"unknown ", what, " ", quoted(word)}));
+    const auto nearest =
+        std::min_element(valid.begin(), valid.end(), [&](std::string_view a, std::string_view b) {
+            return distanceBetween(word, a) < distanceBetween(word, b);
+        });
+    throw PresetError(joined({"unknown ", what, " ", quoted(word), "; the nearest is ", quoted(*nearest)}));
 }
 
 double numberOf(std::string_view key, std::string_view text) {
@@ -159,6 +155,8 @@ private:
             section_ = Section::light;
         } else if (title == layer || title.substr(0, layer.size() + 1) == "layer ") {
             section_ = Section::layer;
+            if (descriptor_.LayerCount() == maxPresetLayers)
+                throw PresetError(joined({"more than ", std::to_string(maxPresetLayers), " layers"}));
             descriptor_.AddLayer(LxSheenLayer(std::string(trimmed(title.substr(layer.size()))).c_str()));
         } else {
             throw PresetError(joined({"neither [light] nor [layer NAME]: ", quoted(line)}));
@@ -219,11 +217,17 @@ void writeLayer(const LxSheenLayer &layer, std::string &text) {
 
 } // namespace
 
-uint32_t parameterOf(std::string_view key) {
+std::optional<uint32_t> findParameter(std::string_view key) {
     for (uint32_t i = 0; i < kSheenParameterCount; ++i) {
         if (key == sheenParameters[i].key)
             return i;
     }
+    return std::nullopt;
+}
+
+uint32_t parameterOf(std::string_view key) {
+    if (const std::optional<uint32_t> index = findParameter(key))
+        return *index;
     std::vector<std::string_view> keys;
     for (const LxSheenParameter &parameter : sheenParameters)
         keys.push_back(parameter.key);
@@ -280,6 +284,8 @@ void readPreset(std::string_view text, LxSheenDescriptor &descriptor) {
     const LxSheenDescriptor defaults(1, 1);
     descriptor.light = defaults.light;
     descriptor.alphaThreshold = defaults.alphaThreshold;
+    if (text.size() > maxPresetBytes)
+        throw PresetError(joined({"longer than ", std::to_string(maxPresetBytes), " bytes"}));
     PresetReader reader(descriptor);
     size_t number = 0;
     for (const std::string_view line : split(text, '\n')) {

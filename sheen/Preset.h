@@ -14,6 +14,7 @@
 // the locale.
 #pragma once
 
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -23,12 +24,19 @@
 
 namespace lx {
 
+// Larger texts, and stacks of more layers, are refused.
+constexpr size_t maxPresetBytes = 1 << 20;
+constexpr int32_t maxPresetLayers = 256;
+
 // What is wrong with a preset or a setting: names the culprit and, for a misspelt key, the nearest valid one.
 struct PresetError : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-// The parameter of that key. Throws if there is none.
+// The parameter of that key, or nothing.
+std::optional<uint32_t> findParameter(std::string_view key);
+
+// The same. Throws if there is none.
 uint32_t parameterOf(std::string_view key);
 
 // "add", "subtract", ..., in the order of the mode's numbers.

@@ -1,73 +1,15 @@
 // The exported object: two descriptors and a store of layers.
 
+#include "sheen/Sheen.h"
+
 #include <algorithm>
-#include <new>
-#include <stdexcept>
-#include <vector>
 
-#include <oxlume/LxSheen.h>
-
-#include "sheen/Descriptor.h"
-
-using lx::LxSheenDescriptor;
-using lx::LxSheenLayer;
-
-struct _LxSheen {
-    // Members go in the reverse order of their making: the store first, then the second descriptor.
-    LxSheenDescriptor descriptors[2] = {{32, 32}, {32, 32}};
-    std::vector<LxSheenLayer> interpolationLayers;
-    uint32_t currentDescriptor = 0;
-    int32_t currentLayer = 0;
-
-    LxSheenDescriptor &current() { return descriptors[currentDescriptor]; }
-    LxSheenLayer *layer(int32_t index) { return current().Layer(index < 0 ? currentLayer : index); }
-
-    void addLayer(const LxSheenLayer &layer) {
-        for (LxSheenDescriptor &descriptor : descriptors)
-            descriptor.AddLayer(layer);
-    }
-    void setScale(double scale) {
-        for (LxSheenDescriptor &descriptor : descriptors)
-            descriptor.SetScale(scale);
-        interpolationLayers.clear();
-    }
-    void setSize(int32_t size) {
-        for (LxSheenDescriptor &descriptor : descriptors)
-            descriptor.SetSize(size, size);
-        interpolationLayers.clear();
-    }
-};
+using namespace lx;
 
 namespace {
 
-// Readers change nothing that a caller could see; the lookups are written once, for writers.
-LxSheen &writable(const LxSheen *sheen) {
-    return *const_cast<LxSheen *>(sheen);
-}
-
 const char *orEmpty(const char *name) {
     return name != nullptr ? name : "";
-}
-
-// Runs `work`. Containers report a lack of memory, and sizes beyond any memory, by exceptions, which end
-// here: the answer is then `otherwise`.
-template <class Work, class Result>
-Result guarded(Result otherwise, Work work) {
-    try {
-        return work();
-    } catch (const std::bad_alloc &) {
-        return otherwise;
-    } catch (const std::length_error &) {
-        return otherwise;
-    }
-}
-
-template <class Work>
-void guarded(Work work) {
-    guarded(0, [&] {
-        work();
-        return 0;
-    });
 }
 
 template <class Value>
@@ -133,20 +75,20 @@ int32_t LxSheen_CurrentLayer(const LxSheen *sheen) {
 
 void LxSheen_SetLayerValue(LxSheen *sheen, int32_t layer, uint32_t parameter, double value) {
     LxSheenLayer *const record = sheen != nullptr ? sheen->layer(layer) : nullptr;
-    if (record != nullptr && parameter < lx::kSheenParameterCount)
+    if (record != nullptr && parameter < kSheenParameterCount)
         record->SetValue(parameter, value);
 }
 
 double LxSheen_LayerValue(const LxSheen *sheen, int32_t layer, uint32_t parameter) {
     const LxSheenLayer *const record = sheen != nullptr ? writable(sheen).layer(layer) : nullptr;
-    return record != nullptr && parameter < lx::kSheenParameterCount ? record->Value(parameter) : 0.0;
+    return record != nullptr && parameter < kSheenParameterCount ? record->Value(parameter) : 0.0;
 }
 
 const char *LxSheen_LayerValueParameter(const LxSheen *sheen, int32_t layer, uint32_t parameter,
                                         double *value, double *minimum, double *maximum,
                                         int32_t *continuous) {
     const LxSheenLayer *const record = sheen != nullptr ? writable(sheen).layer(layer) : nullptr;
-    if (record == nullptr || parameter >= lx::kSheenParameterCount)
+    if (record == nullptr || parameter >= kSheenParameterCount)
         return nullptr;
     const double low = LxSheenLayer::Minimum(parameter);
     const double high = LxSheenLayer::Maximum(parameter);

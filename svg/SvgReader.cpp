@@ -6,7 +6,6 @@
 
 #include "geometry/Rect.h"
 #include "platform/XmlNumber.h"
-#include "platform/XmlTree.h"
 #include "svg/SvgPathData.h"
 
 using namespace lx;
@@ -232,8 +231,11 @@ XmlNode following(XmlNode node) {
 
 } // namespace
 
-void LxSVG_Read(LxGC *gc, const char *url) {
-    const XmlTree tree(url);
+void lx::playSvg(LxGC *gc, const XmlTree &tree) {
     for (XmlNode node = tree.root(); node; node = following(node))
         readNode(gc, node);
+}
+
+void LxSVG_Read(LxGC *gc, const char *url) {
+    playSvg(gc, XmlTree(url));
 }

@@ -5,6 +5,15 @@
 
 #include <oxlume/LxGC.h>
 
+#include "platform/XmlTree.h"
+
+namespace lx {
+
+// Plays a tree onto the context, as LxSVG_Read does a file.
+void playSvg(LxGC *gc, const XmlTree &tree);
+
+} // namespace lx
+
 extern "C" {
 
 // Plays the file at `url`, a "file:" URL or a path, onto the context: the elements svg, g, path and line with

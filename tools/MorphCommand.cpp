@@ -1,15 +1,17 @@
 // `oxlume morph A.png LINES.txt -o OUT.png`: warps a picture by pairs of lines.
 
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
 
-#include "foundation/Numeric.h"
+#include <oxlume/LxExtras.h>
+
 #include "image/Image.h"
-#include "morph/Morph.h"
 #include "tools/Command.h"
 #include "tools/GifFile.h"
 #include "tools/PngFile.h"
@@ -26,10 +28,7 @@ struct Lines {
 };
 
 LxMorphLine lineOf(const int *c) {
-    const int dx = c[2] - c[0];
-    const int dy = c[3] - c[1];
-    const int lengthSquared = dx * dx + dy * dy;
-    return {c[0], c[1], c[2], c[3], dx, dy, std::sqrt(static_cast<float>(lengthSquared)), lengthSquared};
+    return LxMorphLine(c[0], c[1], c[2], c[3]);
 }
 
 // Eight whole numbers a line: the two ends of a line in the picture, and those of where it goes. Lines that
@@ -63,32 +62,6 @@ Lines readLines(const std::string &path) {
     return lines;
 }
 
-// The same picture with its rows packed tightly, as the engine wants them.
-class PackedPicture {
-public:
-    PackedPicture(const LxImage &like)
-        : bytesPerRow_(LxColor_BytesPerPixel(LxImage_Type(&like)) * lx::width(like)) {
-        pixels_.resize(static_cast<size_t>(bytesPerRow_) * static_cast<size_t>(lx::height(like)));
-        image_.reset(LxImage_CreateEx(LxImage_Type(&like), 0, 0, lx::width(like), lx::height(like),
-                                      pixels_.data(), bytesPerRow_, 0, 0, 0));
-        if (image_ == nullptr)
-            throw std::bad_alloc();
-    }
-
-    void copyFrom(const LxImage &image) {
-        for (int32_t y = 0; y < lx::height(image); ++y)
-            std::memcpy(pixels_.data() + ptrdiff_t{y} * bytesPerRow_, lx::rowAddress(image, y),
-                        static_cast<size_t>(bytesPerRow_));
-    }
-
-    LxImage &image() const { return *image_; }
-
-private:
-    int32_t bytesPerRow_;
-    std::vector<uint8_t> pixels_;
-    ImageHandle image_;
-};
-
 struct Arguments {
     std::string picture, lines, output, animation;
     int frames = 1;
@@ -97,10 +70,10 @@ struct Arguments {
 
 // OUT.png as OUT-007.png.
 std::string numbered(const std::string &path, int number) {
-    const size_t dot = path.rfind('.');
+    const std::filesystem::path whole(path);
     const std::string digits = std::to_string(number);
     const std::string tail = "-" + std::string(digits.size() < 3 ? 3 - digits.size() : 0, '0') + digits;
-    return dot == std::string::npos ? path + tail : path.substr(0, dot) + tail + path.substr(dot);
+    return (whole.parent_path() / whole.stem()).string() + tail + whole.extension().string();
 }
 
 void morph(const Arguments &arguments) {
@@ -108,30 +81,30 @@ void morph(const Arguments &arguments) {
     if (picture->type != kLxPixelA && picture->type != kLxPixelRGB)
         throw Failure(arguments.picture + ": pictures with transparency cannot be morphed");
     const Lines lines = readLines(arguments.lines);
-    PackedPicture source(*picture);
-    source.copyFrom(*picture);
-
-    const bool wantsAnimation = !arguments.animation.empty();
-    const int first = wantsAnimation || arguments.keepFrames ? 1 : arguments.frames;
-    std::vector<PackedPicture> results;
-    results.reserve(wantsAnimation ? static_cast<size_t>(arguments.frames) : 1);
-    std::vector<const LxImage *> animation = {&source.image()};
-    Progress progress(arguments.frames - first + 1);
+    const int32_t width = lx::width(*picture), height = lx::height(*picture);
+    const ImageHandle result(LxImage_Create(LxImage_Type(picture.get()), 0, 0, width, height, 0, 0));
+    std::optional<GifWriter> animation;
+    if (!arguments.animation.empty()) {
+        animation.emplace(arguments.animation, width, height, 8);
+        animation->add(*picture);
+    }
+    const int first = animation || arguments.keepFrames ? 1 : arguments.frames;
+    Progress progress("warping", arguments.frames - first + 1);
     for (int frame = first; frame <= arguments.frames; ++frame) {
-        if (wantsAnimation || results.empty())
-            results.emplace_back(*picture);
-        LxImage &result = results.back().image();
-        const float t = static_cast<float>(frame) / static_cast<float>(arguments.frames);
-        if (!lx::morphFrame(source.image(), result, lines.from.data(), lines.to.data(), lines.from.size(), t))
-            throw std::bad_alloc();
-        animation.push_back(&result);
+        if (LxMorph_Frame(picture.get(), result.get(), lines.from.data(), lines.to.data(),
+                          static_cast<int32_t>(lines.from.size()),
+                          static_cast<double>(frame) / arguments.frames) == 0)
+            throw Failure("not enough memory for a frame of " + std::to_string(width) + " x " +
+                          std::to_string(height));
+        if (animation)
+            animation->add(*result);
         if (arguments.keepFrames)
-            writePng(numbered(arguments.output, frame), result);
+            writePng(numbered(arguments.output, frame), *result);
         progress.advance();
     }
-    writePng(arguments.output, results.back().image());
-    if (wantsAnimation)
-        writeGif(arguments.animation, animation, 8);
+    writePng(arguments.output, *result);
+    if (animation)
+        animation->finish();
 }
 
 } // namespace

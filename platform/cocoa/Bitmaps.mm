@@ -85,7 +85,7 @@ LxImage *createImageOver(NSBitmapImageRep *rep, int32_t flipped) {
 
 LxImage *createMarkedImageOver(NSBitmapImageRep *rep, int32_t flipped) {
     LxImage *image = createImageOver(rep, flipped);
-    LxPrivate_ReadSegmentMarks(image);
+    LxImage_ReadSegmentMarks(image);
     return image;
 }
 

@@ -3,6 +3,7 @@
 #include <dlfcn.h>
 #include <stdio.h>
 
+#include <oxlume/LxExtras.h>
 #include <oxlume/oxlume.h>
 
 static int failures = 0;
@@ -25,6 +26,7 @@ int main(void) {
     LxRGBA rgba = LxRGBA(1, 2, 3, 4);
     LxRGB rgb = LxRGB(1, 2, 3);
     LxBlend blend = LxBlend(2, 255);
+    LxMorphLine morphLine = LxMorphLine(1, 2, 4, 6);
 
     EXPECT(pointL.x == 3 && pointL.y == 4);
     EXPECT(pointD.x == 0.5 && pointD.y == -1.5);
@@ -34,13 +36,14 @@ int main(void) {
     EXPECT(matrix.m0 == 1 && matrix.m1 == 0 && matrix.m4 == 1 && matrix.m8 == 1);
     EXPECT(rgba.r == 1 && rgba.g == 2 && rgba.b == 3 && rgba.a == 4);
     EXPECT(rgb.r == 1 && rgb.g == 2 && rgb.b == 3);
+    EXPECT(morphLine.x1 == 4 && morphLine.dy == 4 && morphLine.lengthSquared == 25 && morphLine.length == 5);
     EXPECT(blend.mode == 2 && blend.opacity == 255 && blend.channel == 6);
 
     EXPECT(sizeof(LxRGBA) == 4 && sizeof(LxRGB) == 3 && sizeof(LxColor) == 8 && sizeof(LxMatrix) == 72);
 
     {
         static const char *const names[] = {"LxPointL", "LxPointD", "LxRectL", "LxRectD", "LxLineD",
-                                            "LxMatrix", "LxRGBA",   "LxRGB",   "LxBlend"};
+                                            "LxMatrix", "LxRGBA",   "LxRGB",   "LxBlend", "LxMorphLine"};
         size_t i;
         for (i = 0; i < sizeof names / sizeof names[0]; ++i)
             expect(dlsym(RTLD_DEFAULT, names[i]) != NULL, names[i]);

@@ -179,3 +179,21 @@ TEST(Presets, EveryParameterWithAnEffectIsUsed) {
         }
     }
 }
+
+TEST(Preset, TooLongATextAndTooManyLayersAreRefused) {
+    std::string text = "[layer]\n";
+    text.resize(maxPresetBytes, '\n');
+    EXPECT_EQ(complaint(text), "no complaint");
+    text += '\n';
+    EXPECT_EQ(complaint(text), "longer than 1048576 bytes");
+    std::string layers;
+    for (int i = 0; i < maxPresetLayers; ++i)
+        layers += "[layer]\n";
+    EXPECT_EQ(complaint(layers), "no complaint");
+    EXPECT_EQ(complaint(layers + "[layer]\n"), "line 257: more than 256 layers");
+}
+
+TEST(Preset, ALongWordIsCutShortInTheMessage) {
+    EXPECT_EQ(complaint("[layer]\n" + std::string(100000, 'x') + " = 1"),
+              "line 2: unknown parameter \"" + std::string(80, 'x') + "...\"");
+}

@@ -1,17 +1,11 @@
-// An image that deletes itself, for tests.
+// Images for tests.
 #pragma once
 
-#include <memory>
-
-#include <oxlume/LxImage.h>
+#include "tools/ImageHandle.h"
 
 namespace lx::test {
 
-struct DeleteImage {
-    void operator()(LxImage *image) const { LxImage_Delete(image); }
-};
-
-using ImageHandle = std::unique_ptr<LxImage, DeleteImage>;
+using tool::ImageHandle;
 
 // A cleared image of the given size at the origin.
 inline ImageHandle makeImage(int32_t type, int32_t width, int32_t height, bool flipped = false) {
