@@ -89,7 +89,7 @@ void morph(const Arguments &arguments) {
         animation->add(*picture);
     }
     const int first = animation || arguments.keepFrames ? 1 : arguments.frames;
-    Progress progress(arguments.frames - first + 1);
+    Progress progress("warping", arguments.frames - first + 1);
     for (int frame = first; frame <= arguments.frames; ++frame) {
         if (LxMorph_Frame(picture.get(), result.get(), lines.from.data(), lines.to.data(),
                           static_cast<int32_t>(lines.from.size()),

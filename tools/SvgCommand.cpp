@@ -17,6 +17,7 @@
 #include "svg/SvgScanner.h"
 #include "tools/Command.h"
 #include "tools/PngFile.h"
+#include "tools/Progress.h"
 #include "tools/RendererOption.h"
 #include "tools/SvgDrawing.h"
 
@@ -115,10 +116,13 @@ void draw(const SvgOptions &options, const lx::XmlNode &document) {
     LxGC *gc = canvas->context();
     if (!options.background.empty())
         LxGC_Fill(gc, backgroundFrom(options.background));
-    if (options.subset)
-        LxSVG_Read(gc, options.input.c_str());
-    else
-        drawSvg(gc, document, size, options.input);
+    {
+        const Progress progress("drawing " + options.input, 0);
+        if (options.subset)
+            LxSVG_Read(gc, options.input.c_str());
+        else
+            drawSvg(gc, document, size, options.input);
+    }
     const ImageHandle picture = canvas->finish();
     // Drawn onto nothing by the software renderer, colours come out weakened by their alpha.
     if (options.makeCanvas == makeSoftwareCanvas && !options.subset && options.background.empty())

@@ -1,4 +1,4 @@
-/* A wheel of colours: hue, saturation and lightness, and the way between two colours. */
+/* A ramp of colours: hue, saturation and lightness, and the way between two colours. */
 #include "picture.h"
 
 int main(void) {

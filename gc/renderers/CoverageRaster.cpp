@@ -6,6 +6,7 @@
 #include "gc/renderers/CoverageRaster.h"
 
 #include <algorithm>
+#include <span>
 
 #include <oxlume/LxMem.h>
 
@@ -97,8 +98,9 @@ public:
             ask(y);
     }
 
-    void next(int32_t y, int32_t last) const {
-        if (y + distance <= last)
+    // The rows that come into reach when `count` rows from y on are painted.
+    void next(int32_t y, int32_t count, int32_t last) const {
+        for (int32_t end = std::min(y + distance + count, last + 1); y + distance < end; ++y)
             ask(y + distance);
     }
 
@@ -122,15 +124,48 @@ private:
     ptrdiff_t first_ = 0, last_ = -1; // bytes in a row; none are asked for if they are inside out
 };
 
-// The same picture as paintSamples gives, from samples whose rows are all told apart.
+// What is painted in a row, to be painted again in others.
+class RowRecord {
+public:
+    void pixel(int32_t x, int32_t coverage) { pieces_[count_++] = {x, x, coverage}; }
+    void run(int32_t x0, int32_t x1, int32_t coverage) { pieces_[count_++] = {x0, x1, coverage}; }
+
+    template <class Paint>
+    void play(Paint &paint) const {
+        for (const Piece &piece : std::span(pieces_, count_)) {
+            if (piece.x0 == piece.x1)
+                paint.pixel(piece.x0, piece.coverage);
+            else
+                paint.run(piece.x0, piece.x1, piece.coverage);
+        }
+    }
+
+private:
+    struct Piece {
+        int32_t x0, x1; // the same for a pixel
+        int32_t coverage;
+    };
+    Piece pieces_[2 * maxPixels]; // a run in front of each pixel at most
+    size_t count_ = 0;
+};
+
+// The same picture as paintSamples gives, from edges whose rows are all told apart.
 template <class Paint>
 void paintRows(SampleRows &rows, bool nonZero, const RowsAhead &ahead, Paint &paint) {
     RowCells &cells = sharedCells();
     ahead.begin(rows.first(), rows.last());
-    for (int32_t y = rows.first(); y <= rows.last() && paint.row(y); ++y) {
-        ahead.next(y, rows.last());
-        rows.read(y, cells);
-        paintRow(cells, nonZero, paint);
+    for (int32_t y = rows.first(); y <= rows.last() && paint.row(y);) {
+        const int32_t alike = rows.read(y, cells);
+        ahead.next(y, alike, rows.last());
+        if (alike == 1) {
+            paintRow(cells, nonZero, paint);
+            ++y;
+            continue;
+        }
+        RowRecord record;
+        paintRow(cells, nonZero, record);
+        for (const int32_t end = y + alike; y < end && paint.row(y); ++y)
+            record.play(paint);
     }
 }
 
@@ -138,7 +173,7 @@ template <class Paint>
 void paintBest(LxRaster &raster, const LxImage &image, Paint &&paint) {
     SampleRows rows(samplesOf(raster));
     const bool nonZero = raster.nonZero != 0;
-    if (rows.wrapped())
+    if (rows.areWords())
         paintSamples(samplesOf(raster).sort(), nonZero, paint);
     else
         paintRows(rows, nonZero, RowsAhead(image, raster.bounds), paint);
@@ -146,7 +181,7 @@ void paintBest(LxRaster &raster, const LxImage &image, Paint &&paint) {
 }
 
 int32_t restart(LxRaster *raster) {
-    samplesOf(*raster) = {};
+    samplesOf(*raster).restart();
     return 1;
 }
 

@@ -143,21 +143,21 @@ LX_API int32_t LxGC_TextBlendOpacity(const LxGC *gc);
 
 /* The numbers of the attributes. */
 typedef enum LxAttribute {
-    kLxStrokeColor = 1,
-    kLxStrokeWidth = 2,
-    kLxStrokeStyle = 3,
-    kLxStrokeBlend = 4,
-    kLxStrokeGradient = 5,
-    kLxFillColor = 9,
-    kLxFillBlend = 10,
-    kLxFillGradient = 11,
-    kLxImageBlend = 13,
-    kLxTextSize = 15,
-    kLxTextFont = 16,
-    kLxTextColor = 18,
-    kLxTextJust = 19,
-    kLxTextBlend = 20,
-    kLxTextGradient = 21
+    kLxStrokeColor = 1,    /* LxGC_SetStrokeColor */
+    kLxStrokeWidth = 2,    /* LxGC_SetStrokeWidth */
+    kLxStrokeStyle = 3,    /* LxGC_SetStrokeStyle */
+    kLxStrokeBlend = 4,    /* LxGC_SetStrokeBlend */
+    kLxStrokeGradient = 5, /* LxGC_SetStrokeGradient */
+    kLxFillColor = 9,      /* LxGC_SetFillColor */
+    kLxFillBlend = 10,     /* LxGC_SetFillBlend */
+    kLxFillGradient = 11,  /* LxGC_SetFillGradient */
+    kLxImageBlend = 13,    /* LxGC_SetImageBlend */
+    kLxTextSize = 15,      /* LxGC_SetTextSize */
+    kLxTextFont = 16,      /* LxGC_SetTextFont */
+    kLxTextColor = 18,     /* LxGC_SetTextColor */
+    kLxTextJust = 19,      /* LxGC_SetTextJust */
+    kLxTextBlend = 20,     /* LxGC_SetTextBlend */
+    kLxTextGradient = 21   /* LxGC_SetTextGradient */
 } LxAttribute;
 
 /* A mark beside each number from 0 to 22, also those that name no attribute, for callers to use: every setter
@@ -167,7 +167,7 @@ LX_API void LxGC_SetAttrFlag(LxGC *gc, uint32_t id, int32_t value);
 
 /* What paths do, a set of these bits. */
 typedef enum LxRenderMode {
-    kLxRenderFill = 1,
+    kLxRenderFill = 1,  /* drawn first */
     kLxRenderStroke = 2 /* drawn after the fill */
 } LxRenderMode;
 

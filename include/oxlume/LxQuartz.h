@@ -48,7 +48,7 @@ LX_API CGContextRef LxQuartz_CreateWithSurfaceYUp(struct _cairo_surface *surface
 LX_API CGContextRef LxQuartz_CreateWithPixels(void *pixels, int32_t width, int32_t height, int32_t rowBytes);
 
 LX_API CGContextRef CGContextRetain(CGContextRef context); /* Answers its argument. */
-LX_API void CGContextRelease(CGContextRef context);
+LX_API void CGContextRelease(CGContextRef context);        /* Gives one reference back. */
 
 /* Both hand everything that was drawn to the surface. */
 LX_API void CGContextSynchronize(CGContextRef context);
@@ -88,9 +88,9 @@ LX_API void CGContextSetLineWidth(CGContextRef context, float width);
 /* How pictures are scaled. */
 typedef enum CGInterpolationQuality {
     kCGInterpolationDefault = 0, /* as the picture says */
-    kCGInterpolationNone = 1,
-    kCGInterpolationLow = 2,
-    kCGInterpolationHigh = 3
+    kCGInterpolationNone = 1,    /* the nearest pixel */
+    kCGInterpolationLow = 2,     /* between pixels */
+    kCGInterpolationHigh = 3     /* as well as can be */
 } CGInterpolationQuality;
 
 /* Sets a CGInterpolationQuality. Other values do nothing. */
@@ -101,17 +101,19 @@ LX_API void CGContextSetInterpolationQuality(CGContextRef context, int32_t quali
  * Lines and closes without a current point do nothing. */
 
 LX_API void CGContextBeginPath(CGContextRef context); /* Empties the path. */
+
+/* Begin a subpath at a point, draw a line to a point, and close the subpath. */
 LX_API void CGContextMoveToPoint(CGContextRef context, float x, float y);
 LX_API void CGContextAddLineToPoint(CGContextRef context, float x, float y);
 LX_API void CGContextClosePath(CGContextRef context);
 
 /* What drawing a path does. */
 typedef enum CGPathDrawingMode {
-    kCGPathFill = 0,   /* by the non-zero rule */
-    kCGPathEOFill = 1, /* by the even-odd rule */
-    kCGPathStroke = 2, /* butt ends, mitred up to ten times the width */
-    kCGPathFillStroke = 3,
-    kCGPathEOFillStroke = 4
+    kCGPathFill = 0,        /* by the non-zero rule */
+    kCGPathEOFill = 1,      /* by the even-odd rule */
+    kCGPathStroke = 2,      /* butt ends, mitred up to ten times the width */
+    kCGPathFillStroke = 3,  /* a fill by the non-zero rule, then a stroke */
+    kCGPathEOFillStroke = 4 /* a fill by the even-odd rule, then a stroke */
 } CGPathDrawingMode;
 
 /* Draw the path and empty it. Another mode does neither. */
@@ -126,7 +128,7 @@ LX_API void CGContextFillRect(CGContextRef context, LxCGRect rect);
 /* What the bytes of a text mean. */
 typedef enum CGTextEncoding {
     kCGEncodingFontSpecific = 0, /* the code points 0 to 255 */
-    kCGEncodingMacRoman = 1
+    kCGEncodingMacRoman = 1      /* the classic Roman character set */
 } CGTextEncoding;
 
 /* The font that the system offers for a name, in UTF-8, and its size in user space. */
@@ -134,10 +136,10 @@ LX_API void CGContextSelectFont(CGContextRef context, const char *name, float si
 
 /* What drawing text does. */
 typedef enum CGTextDrawingMode {
-    kCGTextFill = 0,
-    kCGTextStroke = 1,
-    kCGTextFillStroke = 2,
-    kCGTextInvisible = 3
+    kCGTextFill = 0,       /* filled letters */
+    kCGTextStroke = 1,     /* their outlines */
+    kCGTextFillStroke = 2, /* both */
+    kCGTextInvisible = 3   /* nothing */
 } CGTextDrawingMode;
 
 /* Sets a CGTextDrawingMode. Other values do nothing. */
@@ -167,13 +169,13 @@ LX_API void CGColorSpaceRelease(CGColorSpaceRef space);
 
 /* Where a pixel's alpha stands, and whether its colours are multiplied by it. */
 typedef enum CGImageAlphaInfo {
-    kCGImageAlphaNone = 0,
-    kCGImageAlphaPremultipliedLast = 1,
-    kCGImageAlphaPremultipliedFirst = 2,
-    kCGImageAlphaLast = 3,
-    kCGImageAlphaFirst = 4,
-    kCGImageAlphaNoneSkipLast = 5,
-    kCGImageAlphaNoneSkipFirst = 6
+    kCGImageAlphaNone = 0,               /* no alpha */
+    kCGImageAlphaPremultipliedLast = 1,  /* r, g, b, a; multiplied */
+    kCGImageAlphaPremultipliedFirst = 2, /* a, r, g, b; multiplied */
+    kCGImageAlphaLast = 3,               /* r, g, b, a */
+    kCGImageAlphaFirst = 4,              /* a, r, g, b */
+    kCGImageAlphaNoneSkipLast = 5,       /* r, g, b and a byte that does not count */
+    kCGImageAlphaNoneSkipFirst = 6       /* a byte that does not count and r, g, b */
 } CGImageAlphaInfo;
 
 /* A picture over a provider's memory, which it retains: top row first, 8 bits per component, and per pixel 8
@@ -193,7 +195,7 @@ LX_API CGImageRef CGImageMaskCreate(size_t width, size_t height, size_t bitsPerC
                                     int32_t shouldInterpolate);
 
 LX_API CGImageRef CGImageRetain(CGImageRef image); /* Answers its argument. */
-LX_API void CGImageRelease(CGImageRef image);
+LX_API void CGImageRelease(CGImageRef image);      /* Gives one reference back. */
 
 /* What the picture was made with. */
 LX_API size_t CGImageGetWidth(CGImageRef image);

@@ -8,7 +8,10 @@
 
 LX_BEGIN_DECLS
 
-enum { kLxThreadKeyMagic = 0x11223344 };
+/* What `magic` holds in a slot that has been created. */
+enum {
+    kLxThreadKeyMagic = 0x11223344 /* its value */
+};
 
 /* A slot of per-thread data. Keep it in static memory, so that it starts zeroed; it creates itself on first
  * use. */

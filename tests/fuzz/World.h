@@ -153,9 +153,10 @@ T World::next() {
     } else if constexpr (std::same_as<T, const LxMatrix *>) {
         if (isRare())
             return nullptr;
-        // Close to the identity, so that a row of them leads nowhere far.
+        // Close to the identity, so that a row of them leads nowhere far, or beyond all numbers at once.
         const auto near = [&](double value) {
-            return isRare() ? next<double>() : value + next<int32_t>() / 64.0;
+            static constexpr double rare[] = {0, 1e300, std::numeric_limits<double>::quiet_NaN()};
+            return isRare() ? rare[input.below(3)] : value + (input.byte() - 128) / 128.0;
         };
         matrix_ = {near(1), near(0), near(0), near(0), near(1), near(0), 0, 0, 1};
         return &matrix_;

@@ -1,15 +1,7 @@
 #include "tests/reliability/Scenes.h"
 
-#include <cstdio>
-
-#include <sys/mman.h>
-#include <unistd.h>
-
+#include <oxlume/LxExtras.h>
 #include <oxlume/oxlume.h>
-
-#include "image/Image.h"
-#include "morph/Morph.h"
-#include "svg/SvgReader.h"
 
 namespace lx::test {
 namespace {
@@ -58,8 +50,7 @@ LxImage *segmentedFrame() {
         LxImage_SetPixelAt(frame, place, 2, paint(0, 255, 255, 255));
         LxImage_SetPixelAt(frame, 2, place, paint(0, 255, 255, 255));
     }
-    if (frame != nullptr)
-        LxImage_ReadSegmentMarks(frame);
+    LxImage_ReadSegmentMarks(frame);
     LxImage *picture = newPicture();
     LxBlend blend = LxBlend_Make(2, 255);
     LxBlend_Image_Image(&blend, picture, frame, nullptr, nullptr);
@@ -155,23 +146,17 @@ LxImage *svgDrawing() {
         "<?xml version=\"1.0\"?><svg><g fill=\"#102030\" stroke=\"#ff0000\" stroke-width=\"2\">"
         "<path d=\"M 5,5 C 10,60 50,60 60,5 L 30,30 z\"/><line x1=\"0\" y1=\"0\" x2=\"60\" "
         "y2=\"60\"/></g></svg>";
-    const int file = memfd_create("drawing", 0);
-    char name[32];
-    std::snprintf(name, sizeof name, "/proc/self/fd/%d", file);
     LxImage *picture = newPicture();
-    if (write(file, drawing, sizeof drawing - 1) > 0)
-        LxSVG_Read(LxImage_GC(picture), name);
-    close(file);
+    LxSVG_ReadText(LxImage_GC(picture), drawing, sizeof drawing - 1);
     return picture;
 }
 
 LxImage *morphing() {
     LxImage *source = newPicture(kLxPixelRGB);
     LxImage *result = newPicture(kLxPixelRGB);
-    const LxMorphLine from = {10, 10, 50, 10, 40, 0, 40, 1600};
-    const LxMorphLine to = {12, 20, 52, 20, 40, 0, 40, 1600};
-    if (source != nullptr && result != nullptr)
-        lx::morphFrame(*source, *result, &from, &to, 1, 0.5F);
+    const LxMorphLine from = LxMorphLine(10, 10, 50, 10);
+    const LxMorphLine to = LxMorphLine(12, 20, 52, 20);
+    LxMorph_Frame(source, result, &from, &to, 1, 0.5);
     LxImage_Delete(source);
     return result;
 }
