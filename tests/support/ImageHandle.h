@@ -1,17 +1,11 @@
-// An image that deletes itself, for tests.
+// Images of tests delete themselves.
 #pragma once
 
-#include <memory>
-
-#include <oxlume/LxImage.h>
+#include "image/ImageHandle.h"
 
 namespace lx::test {
 
-struct DeleteImage {
-    void operator()(LxImage *image) const { LxImage_Delete(image); }
-};
-
-using ImageHandle = std::unique_ptr<LxImage, DeleteImage>;
+using lx::ImageHandle;
 
 // A cleared image of the given size at the origin.
 inline ImageHandle makeImage(int32_t type, int32_t width, int32_t height, bool flipped = false) {
