@@ -3,23 +3,13 @@
 #include <algorithm>
 #include <optional>
 
+#include "geometry/Rect.h"
+
 namespace lx {
 namespace {
 
-bool isEmpty(const LxRectL &rect) {
-    return rect.x0 >= rect.x1 || rect.y0 >= rect.y1;
-}
-
 std::optional<LxRectL> common(const LxRectL &one, const LxRectL &other) {
-    if (LxRectL_isIntersecting(one, other) == 0)
-        return std::nullopt;
-    return LxRectL_intersect(one, other);
-}
-
-// The part of `rect` inside `bounds`, both as they stand.
-LxRectL cut(const LxRectL &rect, const LxRectL &bounds) {
-    return {std::max(rect.x0, bounds.x0), std::max(rect.y0, bounds.y0), std::min(rect.x1, bounds.x1),
-            std::min(rect.y1, bounds.y1)};
+    return isIntersecting(one, other) ? std::optional(intersect(one, other)) : std::nullopt;
 }
 
 LxRectL atOrigin(const LxImage &image) {

@@ -11,12 +11,6 @@
 namespace lx {
 namespace {
 
-// Families that a weight of 0 leaves alone; to the others it is a weight like any other.
-bool skips(Family family) {
-    return family == Family::functional || family == Family::constant || family == Family::hsv ||
-           family == Family::grayscale;
-}
-
 bool writesEverything(const Plan &plan) {
     const Layout out = plan.cell.out;
     return plan.rule.components == (out == Layout::a ? 1 : 7) &&
@@ -33,21 +27,35 @@ bool hasConstantWeight(const Plan &plan, bool masked) {
     return plan.rule.weight != Weighing::alpha && !masked;
 }
 
-// Whether the lane functions can make the weight on the way: from pixels of four bytes whose b keeps its
-// alpha in whatever the mode makes of it.
-LaneWeight weighingOf(const Plan &plan, bool masked) {
+PixelWeight weighingOf(const Plan &plan, bool masked) {
     const ModeTraits &mode = *plan.mode;
-    constexpr auto rgba = Layout::rgba;
-    if (plan.cell.out != rgba || plan.cell.b != rgba || plan.rule.weight != Weighing::alpha ||
-        plan.rule.alpha != AlphaRule::larger || mode.weight == WeightSource::a ||
-        mode.mode == Mode::dissolve || mode.family == Family::constant ||
-        (mode.family == Family::userColor && plan.cell.a != rgba))
-        return LaneWeight::told;
-    if (mode.weight == WeightSource::smaller)
-        return masked ? LaneWeight::told : LaneWeight::smallerAlpha;
-    if (!masked)
-        return LaneWeight::alpha;
-    return mode.foldsMaskOnce ? LaneWeight::alphaMaskedOnce : LaneWeight::alphaMaskedTwice;
+    const bool full = plan.weightOpacity() == 255;
+    if (mode.mode == Mode::dissolve)
+        return PixelWeight::told;
+    if (masked) {
+        if (plan.rule.weight != Weighing::alpha || mode.weight == WeightSource::a || !plan.skipsAtZero())
+            return PixelWeight::told;
+        return mode.foldsMaskOnce ? PixelWeight::maskedOnce : PixelWeight::maskedTwice;
+    }
+    if (hasConstantWeight(plan, masked))
+        return full ? PixelWeight::full : PixelWeight::constant;
+    if (mode.weight == WeightSource::a)
+        return PixelWeight::told;
+    return full ? PixelWeight::alpha : PixelWeight::alphaAndOpacity;
+}
+
+// Whether the pixel functions serve. UserColor's alpha under a mask is not theirs.
+bool servesWholePixels(const Plan &plan, bool masked) {
+    return plan.cell.out != Layout::a && writesEverything(plan) && plan.mode->family != Family::fixed &&
+           !(masked && plan.mode->family == Family::userColor);
+}
+
+// Whether rows of the result are rows of b, byte by byte.
+bool copiesRows(const Plan &plan, bool masked) {
+    if (plan.cell.out == Layout::rgba || plan.cell.out != plan.cell.b || !writesEverything(plan) || masked)
+        return false;
+    return plan.mode->family == Family::copy ||
+           (plan.mode->function == function::source && weighingOf(plan, masked) == PixelWeight::full);
 }
 
 // Whether the function looks at a at all.
@@ -83,8 +91,11 @@ bool Pipeline::serves(const Plan &plan, uint32_t width, uint32_t height) {
 
 Pipeline::Pipeline(const Plan &plan, bool masked, uint32_t width)
     : plan_(plan), forms_(vectorForms()), masked_(masked), step_(stepOf(plan.cell.out)),
-      writesAll_(writesEverything(plan)), skipsAtZero_(skips(plan.mode->family)),
+      writesAll_(writesEverything(plan)), skipsAtZero_(plan.skipsAtZero()),
+      copiesRows_(lx::copiesRows(plan, masked)), wholePixels_(servesWholePixels(plan, masked)),
       weighing_(weighingOf(plan, masked)) {
+    if (wholePixels_ || copiesRows_)
+        return;
     const size_t longest = std::min<size_t>(run, width);
     const ModeTraits &mode = *plan.mode;
     if (mode.family == Family::fixed || mode.family == Family::constant) {
@@ -111,18 +122,99 @@ void Pipeline::blendRow(uint8_t *out, const uint8_t *a, const uint8_t *b, const 
         blendRowByRule(plan_, out, a, b, mask, width);
         return;
     }
-    for (size_t x = 0; x < width; x += run) {
-        const size_t pixels = std::min<size_t>(run, width - x);
-        if (masked_)
+    if (copiesRows_) {
+        std::memmove(out, b, width * step_);
+        return;
+    }
+    // What needs no buffers takes the row at once.
+    const bool inOneRun = wholePixels_ && weighing_ != PixelWeight::told && !makesSourceFirst();
+    const size_t longest = inOneRun ? width : run;
+    for (size_t x = 0; x < width; x += longest) {
+        const size_t pixels = std::min(longest, width - x);
+        const uint8_t *maskHere = masked_ ? mask + x : nullptr;
+        if (masked_ && (!wholePixels_ || weighing_ == PixelWeight::told)) {
             std::memcpy(mask_.bytes, mask + x, pixels);
-        blendRun({out + x * step_, a + x * aStep, b + x * bStep, masked_ ? mask_.bytes : nullptr, pixels,
-                  pixels * step_});
+            maskHere = mask_.bytes;
+        }
+        const Run here = {out + x * step_, a + x * aStep,  b + x * bStep,     maskHere,
+                          pixels,          pixels * step_, width - x - pixels};
+        if (wholePixels_)
+            blendPixels(here);
+        else if (plan_.mode->family == Family::fixed)
+            blendFixed(here);
+        else
+            blendLanes(here);
     }
 }
 
-void Pipeline::blendRun(const Run &run) {
-    if (plan_.mode->family == Family::fixed)
-        return blendFixed(run);
+bool Pipeline::makesSourceFirst() const {
+    return forms_.pixels[static_cast<size_t>(plan_.mode->mode)] == nullptr;
+}
+
+void Pipeline::blendPixels(const Run &run) {
+    const ModeTraits &mode = *plan_.mode;
+    const Cell &cell = plan_.cell;
+    PixelInputs in = {};
+    in.a = run.a;
+    in.b = run.b;
+    in.outLayout = cell.out;
+    in.aLayout = cell.a;
+    in.bLayout = cell.b;
+    in.opaqueResult =
+        cell.out == Layout::rgba && (plan_.rule.alpha == AlphaRule::opaque || cell.a != Layout::rgba);
+    in.firstOfA = takesFirstOfA();
+    in.weighing = weighing_;
+    in.opacity = plan_.opacity;
+    in.weightOpacity = plan_.weightOpacity();
+    in.mask = run.mask;
+    in.pixelsBehind = run.behind;
+    std::memcpy(in.colour, mode.colour, sizeof mode.colour);
+
+    // Where a is what is there, and so are its alphas, a weight of 0 makes of a pixel what is there.
+    const bool unwrittenStays =
+        skipsAtZero_ && run.a == run.out && cell.a == cell.out && plan_.rule.alpha != AlphaRule::opaque;
+    const bool writesEachPixel =
+        skipsAtZero_ ? weighing_ == PixelWeight::full || weighing_ == PixelWeight::constant : !masked_;
+    in.keeps = !unwrittenStays && !writesEachPixel;
+    if (weighing_ == PixelWeight::told) {
+        makeWeights(run);
+        in.weights = weights_.bytes;
+        in.gates = skipsAtZero_ ? weights_.bytes : mask_.bytes;
+    }
+    const auto formOf = [&](Mode of) { return forms_.pixels[static_cast<size_t>(of)]; };
+    if (!makesSourceFirst())
+        return formOf(mode.mode)(run.out, in, run.pixels);
+    in.b = madeSource(run);
+    in.bLayout = Layout::rgba;
+    in.firstOfA = false;
+    formOf(Mode::srcOver)(run.out, in, run.pixels);
+}
+
+// The source that a mode makes of whole pixels or looks up in a table, in four bytes with b's alpha.
+const uint8_t *Pipeline::madeSource(const Run &run) {
+    const Cell &cell = plan_.cell;
+    const uint8_t *const b = inRgba(cell.b, rgbaB_, run.b, run.pixels);
+    const uint8_t *first = inRgba(cell.a, rgbaA_, run.a, run.pixels);
+    if (takesFirstOfA()) {
+        forms_.firstOfRgba(first_.bytes, first, run.pixels);
+        first = first_.bytes;
+    }
+    const auto mode = static_cast<size_t>(plan_.mode->mode);
+    if (forms_.colours[mode] != nullptr)
+        forms_.colours[mode](made_.bytes, first, b, run.pixels);
+    else
+        forms_.tables[mode](made_.bytes, first, b, true, 4 * run.pixels);
+    return made_.bytes;
+}
+
+// With a one-byte b, component 0 of a serves the function for all.
+bool Pipeline::takesFirstOfA() const {
+    const Cell &cell = plan_.cell;
+    return cell.b == Layout::a && cell.a != Layout::a && cell.out != Layout::a &&
+           plan_.mode->family == Family::functional && usesFirst(plan_.mode->mode);
+}
+
+void Pipeline::blendLanes(const Run &run) {
     LaneInputs in = {};
     in.opacity = plan_.opacity;
     in.hasAlpha = plan_.rule.alpha != AlphaRule::untouched;
@@ -134,13 +226,8 @@ void Pipeline::blendRun(const Run &run) {
     const bool unwrittenStays = skipsAtZero_ && in.c == run.out;
     const bool writesEachPixel = skipsAtZero_ ? constantWeights_ != nullptr : !masked_;
     const bool direct = writesAll_ && (unwrittenStays || writesEachPixel);
-    const bool gatesByWeight = skipsAtZero_ && !direct;
     if (constantWeights_ != nullptr) {
         in.weight = constantWeights_;
-    } else if (weighing_ != LaneWeight::told && !gatesByWeight) {
-        in.weighing = weighing_;
-        in.mask = run.mask;
-        in.weightOpacity = plan_.weightOpacity();
     } else {
         makeWeights(run);
         in.weight = spread(weightLanes_, weights_.bytes, plan_.rule.alpha == AlphaRule::opaque, run.pixels);
@@ -161,8 +248,10 @@ void Pipeline::blendFixed(const Run &run) {
 void Pipeline::combine(const Run &run, LaneInputs in, uint8_t *result) {
     const auto lay = forms_.mix[static_cast<size_t>(Mode::srcOver)];
     const bool setsAlphas =
-        in.hasAlpha && !skipsAtZero_ && in.weighing == LaneWeight::told &&
+        in.hasAlpha && !skipsAtZero_ &&
         (plan_.rule.alpha == AlphaRule::opaque || plan_.mode->family == Family::userColor);
+    if (weighing_ == PixelWeight::full && plan_.mode->family != Family::userColor)
+        in.weight = nullptr;
     if (setsAlphas) // from the operands, while they stand
         makeAlphas(run);
     switch (plan_.mode->family) {
@@ -243,13 +332,11 @@ const uint8_t *Pipeline::inLayout(Layout layout, Lanes &buffer, const uint8_t *p
     return buffer.bytes;
 }
 
-// What the function takes of a: with a one-byte b, component 0 for all. Alphas stay a's.
+// What the function takes of a. Alphas stay a's.
 const uint8_t *Pipeline::firstLanes(const Run &run, const uint8_t *c) {
-    const Cell &cell = plan_.cell;
-    if (cell.b != Layout::a || cell.a == Layout::a || cell.out == Layout::a ||
-        plan_.mode->family != Family::functional || !usesFirst(plan_.mode->mode))
+    if (!takesFirstOfA())
         return c;
-    if (cell.out == Layout::rgba) {
+    if (plan_.cell.out == Layout::rgba) {
         forms_.firstOfRgba(first_.bytes, c, run.pixels);
         return first_.bytes;
     }
@@ -263,62 +350,34 @@ const uint8_t *Pipeline::firstLanes(const Run &run, const uint8_t *c) {
 const uint8_t *Pipeline::sourceLanes(const Run &run, const uint8_t *first) {
     const ModeTraits &mode = *plan_.mode;
     const Cell &cell = plan_.cell;
-    switch (mode.family) {
-    case Family::constant:
+    if (mode.family == Family::constant)
         return colourLanes_.bytes;
-    case Family::hsv:
-        forms_.hsv(rgbaB_.bytes, inRgba(cell.a, rgbaA_, run.a, run.pixels),
-                   inRgba(cell.b, rgbaB_, run.b, run.pixels), mode.mode, run.pixels);
-        return fromRgba(rgbaB_, run.pixels);
-    case Family::grayscale:
-        if (plan_.componentwise || cell.b == Layout::a)
-            break;
-        forms_.luminance(rgbaB_.bytes, inRgba(cell.b, rgbaB_, run.b, run.pixels), run.pixels);
-        return fromRgba(rgbaB_, run.pixels);
-    default:
-        break;
-    }
+    if (mode.family == Family::hsv ||
+        (mode.family == Family::grayscale && !plan_.componentwise && cell.b != Layout::a))
+        return madeOfColours(run);
     const uint8_t *b = inLayout(cell.b, b_, run.b, run.pixels, plan_.rule.source);
-    if (mode.mode == Mode::noName01 || mode.mode == Mode::noName02)
-        return lookedUp(first, b, run);
-    return b;
+    const auto number = static_cast<size_t>(mode.mode);
+    if (forms_.mix[number] != nullptr || forms_.tables[number] == nullptr)
+        return b;
+    forms_.tables[number](b_.bytes, first, b, cell.out == Layout::rgba, run.lanes);
+    return b_.bytes;
 }
 
-// The two gains, which are tables. Alphas stay b's.
-const uint8_t *Pipeline::lookedUp(const uint8_t *first, const uint8_t *b, const Run &run) {
-    uint8_t *const to = b_.bytes;
-    const auto lookUpAll = [&](auto valueOf) {
-        if (plan_.cell.out != Layout::rgba) {
-            for (size_t i = 0; i < run.lanes; ++i)
-                to[i] = valueOf(i);
-            return;
-        }
-        for (size_t i = 0; i < run.lanes; i += 4) {
-            const uint32_t pixel = uint32_t{valueOf(i)} | uint32_t{valueOf(i + 1)} << 8 |
-                                   uint32_t{valueOf(i + 2)} << 16 | uint32_t{b[i + 3]} << 24;
-            std::memcpy(to + i, &pixel, 4);
-        }
-    };
-    if (plan_.mode->mode == Mode::noName01)
-        lookUpAll([&, table = function::gainTable()](size_t i) { return table[b[i]]; });
-    else
-        lookUpAll(
-            [&, table = function::gainOfProductTable()](size_t i) { return table[first[i] * 256 + b[i]]; });
-    return to;
+// What a function of three components gives, in the layout of the result.
+const uint8_t *Pipeline::madeOfColours(const Run &run) {
+    const Cell &cell = plan_.cell;
+    const uint8_t *const b = inRgba(cell.b, rgbaB_, run.b, run.pixels);
+    const uint8_t *const a = inRgba(cell.a, rgbaA_, run.a, run.pixels);
+    forms_.colours[static_cast<size_t>(plan_.mode->mode)](rgbaB_.bytes, a, b, run.pixels);
+    return inLayout(Layout::rgba, b_, rgbaB_.bytes, run.pixels, 0);
 }
 
-// A padded copy in four bytes, of a picture with three or four.
+// Pixels in four bytes each: their own memory, or a copy.
 const uint8_t *Pipeline::inRgba(Layout layout, Lanes &buffer, const uint8_t *pixels, size_t count) {
     if (layout == Layout::rgba)
-        std::memcpy(buffer.bytes, pixels, 4 * count);
-    else
-        forms_.rgbToRgba(buffer.bytes, pixels, count);
+        return pixels;
+    (layout == Layout::a ? forms_.aToRgba : forms_.rgbToRgba)(buffer.bytes, pixels, count);
     return buffer.bytes;
-}
-
-// And back to the layout of the result.
-const uint8_t *Pipeline::fromRgba(const Lanes &rgba, size_t count) {
-    return inLayout(Layout::rgba, b_, rgba.bytes, count, 0);
 }
 
 const uint8_t *Pipeline::alphaPlane(Layout layout, Plane &buffer, const uint8_t *pixels, size_t count) {

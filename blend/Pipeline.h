@@ -1,12 +1,13 @@
 // The fast form of a kernel: short runs of pixels taken through the vector forms in buffers that stay in the
 // first-level cache.
 //
-// A run is brought into "lanes", the bytes of the result's layout: a as it is mixed into, what the function
+// Where a mode writes whole pixels of three or four bytes, one vector function does it all: it loads each
+// operand from its layout, makes the weight or takes it from a plane, and stores. The rest goes by steps. A
+// run is brought into "lanes", the bytes of the result's layout: a as it is mixed into, what the function
 // takes of a, b, and the weight in every byte of its pixel. One vector function then makes all lanes,
 // whatever the layout, and what may not be written is kept out by a selection at the end. Modes that are no
 // function of one component first make a new b out of their operands and go on as SrcOver does. Where a
-// picture already has the layout of the result its own memory serves as lanes, so that the common case, RGBA
-// on RGBA in place, takes a single pass.
+// picture already has the layout of the result its own memory serves as lanes.
 #pragma once
 
 #include <cstddef>
@@ -40,14 +41,16 @@ private:
         alignas(64) uint8_t bytes[4 * run + vectorPadding];
     };
 
-    // A run's operands. `mask` is null or a copy, in a padded buffer.
+    // A run's operands. `mask` is null or, but for pixels that weigh by it on the way, a copy in a padded
+    // buffer. `behind` is the number of pixels that its row has behind it.
     struct Run {
         uint8_t *out;
         const uint8_t *a, *b, *mask;
-        size_t pixels, lanes;
+        size_t pixels, lanes, behind;
     };
 
-    void blendRun(const Run &run);
+    void blendPixels(const Run &run);
+    void blendLanes(const Run &run);
     void blendFixed(const Run &run);
     void combine(const Run &run, LaneInputs in, uint8_t *result);
     void makeAlphas(const Run &run);
@@ -58,9 +61,11 @@ private:
                             size_t component);
     const uint8_t *firstLanes(const Run &run, const uint8_t *c);
     const uint8_t *sourceLanes(const Run &run, const uint8_t *first);
-    const uint8_t *lookedUp(const uint8_t *first, const uint8_t *b, const Run &run);
+    const uint8_t *madeSource(const Run &run);
+    bool makesSourceFirst() const;
+    bool takesFirstOfA() const;
     const uint8_t *inRgba(Layout layout, Lanes &buffer, const uint8_t *pixels, size_t count);
-    const uint8_t *fromRgba(const Lanes &rgba, size_t count);
+    const uint8_t *madeOfColours(const Run &run);
 
     const uint8_t *alphaPlane(Layout layout, Plane &buffer, const uint8_t *pixels, size_t count);
     void makeWeights(const Run &run);
@@ -71,10 +76,12 @@ private:
     const Plan &plan_;
     const VectorForms &forms_;
     const bool masked_;
-    const size_t step_;         // bytes of a pixel of the result
-    const bool writesAll_;      // every byte of a pixel that is written at all
-    const bool skipsAtZero_;    // a weight of 0 leaves the pixel alone
-    const LaneWeight weighing_; // how the lane functions can make weights on the way
+    const size_t step_;      // bytes of a pixel of the result
+    const bool writesAll_;   // every byte of a pixel that is written at all
+    const bool skipsAtZero_; // a weight of 0 leaves the pixel alone
+    const bool copiesRows_;
+    const bool wholePixels_; // goes through the pixel functions
+    const PixelWeight weighing_;
     bool selectionIsPrepared_ = false;
     const uint8_t *constantWeights_ = nullptr; // lanes, where one weight holds for the whole call
 

@@ -28,6 +28,21 @@ bool drawsNothing(const Plan &plan, bool masked) {
 
 } // namespace
 
+// To the fixed modes, to copying, DstOver and UserColor it is a weight like any other, except that an alpha
+// goes into a component of colour only at a weight above 0.
+bool Plan::skipsAtZero() const {
+    switch (mode->family) {
+    case Family::fixed:
+        return false;
+    case Family::copy:
+    case Family::dstOver:
+    case Family::userColor:
+        return rule.components == 0 && rule.alphaAt != 3;
+    default:
+        return true;
+    }
+}
+
 Plan planOf(Cell cell, const LxBlend &blend, bool masked) {
     Plan plan = {cell, {}, nullptr, static_cast<int>(blend.opacity), false};
     if (blend.channel < 1 || blend.channel > channelCount || blend.mode >= modeCount)

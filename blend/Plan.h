@@ -22,6 +22,9 @@ struct Plan {
     // The opacity that enters the weight. On purpose: NoName04 spends the opacity on its curve and weighs by
     // 255.
     int weightOpacity() const { return mode->mode == Mode::noName04 ? 255 : opacity; }
+
+    // Whether a weight of 0 leaves the pixel alone.
+    bool skipsAtZero() const;
 };
 
 // Plans a call of a kernel; empty where the blend draws nothing in this cell.

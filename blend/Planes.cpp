@@ -19,11 +19,48 @@ void everyByte(uint8_t *plane, const uint8_t *bytes, size_t pixels) {
         plane[i] = bytes[step * i];
 }
 
+#if defined(__AVX2__)
+
+// Byte `number` of eight pixels, each in a long of its own. Loads take 16 bytes for each four pixels.
+inline __m256i longsOf(const uint8_t *pixels, size_t step, __m256i order) {
+    const auto four = [&](size_t from) {
+        return _mm_loadu_si128(reinterpret_cast<const __m128i *>(pixels + from * step));
+    };
+    return _mm256_shuffle_epi8(_mm256_inserti128_si256(_mm256_castsi128_si256(four(0)), four(4), 1), order);
+}
+
+// Whole vectors of bytes; the pixels behind them are left to the caller.
+size_t componentVectors(uint8_t *plane, const uint8_t *pixels, size_t step, size_t number, size_t count) {
+    const auto at = [&](size_t i) { return static_cast<int>(i * step + number); };
+    const __m256i order = _mm256_broadcastsi128_si256(
+        _mm_setr_epi32(at(0) | ~0xFF, at(1) | ~0xFF, at(2) | ~0xFF, at(3) | ~0xFF));
+    // The packs work in halves of a register and leave groups of four bytes to be put in order.
+    const __m256i inOrder = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
+    size_t i = 0;
+    for (; (i + vectorBytes) * step + 4 <= count * step; i += vectorBytes) {
+        const auto eight = [&](size_t from) { return longsOf(pixels + (i + from) * step, step, order); };
+        const __m256i words = _mm256_packus_epi32(eight(0), eight(8)),
+                      moreWords = _mm256_packus_epi32(eight(16), eight(24));
+        store(plane + i, (Bytes)_mm256_permutevar8x32_epi32(_mm256_packus_epi16(words, moreWords), inOrder));
+    }
+    return i;
+}
+
+#else
+
+size_t componentVectors(uint8_t *, const uint8_t *, size_t, size_t, size_t) {
+    return 0;
+}
+
+#endif
+
 void component(uint8_t *plane, const uint8_t *pixels, size_t step, size_t number, size_t count) {
+    const size_t done = componentVectors(plane, pixels, step, number, count);
+    const uint8_t *const rest = pixels + done * step + number;
     if (step == 3)
-        everyByte<3>(plane, pixels + number, count);
+        everyByte<3>(plane + done, rest, count - done);
     else
-        everyByte<4>(plane, pixels + number, count);
+        everyByte<4>(plane + done, rest, count - done);
 }
 
 void fold(uint8_t *plane, const uint8_t *alpha, const uint8_t *mask, size_t pixels) {
@@ -36,7 +73,7 @@ void fold(uint8_t *plane, const uint8_t *alpha, const uint8_t *mask, size_t pixe
 void smallerPlane(uint8_t *plane, const uint8_t *other, size_t pixels) {
     forEachVector(plane, pixels, [=](size_t i) {
         const Bytes x = load(plane + i), y = load(other + i);
-        return x < y ? x : y;
+        return smaller(x, y);
     });
 }
 
@@ -76,20 +113,6 @@ void spreadOpaque(uint8_t *lanes, const uint8_t *plane, size_t pixels) {
     for (size_t i = 0; i < pixels; ++i) {
         const uint32_t w = plane[i];
         putWord(lanes + 4 * i, w | w << 8 | w << 16 | (w != 0 ? opaque : 0));
-    }
-}
-
-void aToRgba(uint8_t *rgba, const uint8_t *a, size_t pixels) {
-    for (size_t i = 0; i < pixels; ++i) {
-        const uint32_t v = a[i];
-        putWord(rgba + 4 * i, v | v << 8 | v << 16 | opaque);
-    }
-}
-
-void firstOfRgba(uint8_t *rgba, const uint8_t *pixels, size_t count) {
-    for (size_t i = 0; i < count; ++i) {
-        const uint32_t v = word(pixels + 4 * i), first = v & 0xFF;
-        putWord(rgba + 4 * i, first | first << 8 | first << 16 | (v & opaque));
     }
 }
 
@@ -173,6 +196,22 @@ void spread3(uint8_t *lanes, const uint8_t *plane, size_t pixels) {
     }
 }
 
+} // namespace
+
+void aToRgba(uint8_t *rgba, const uint8_t *a, size_t pixels) {
+    for (size_t i = 0; i < pixels; ++i) {
+        const uint32_t v = a[i];
+        putWord(rgba + 4 * i, v | v << 8 | v << 16 | opaque);
+    }
+}
+
+void firstOfRgba(uint8_t *rgba, const uint8_t *pixels, size_t count) {
+    for (size_t i = 0; i < count; ++i) {
+        const uint32_t v = word(pixels + 4 * i), first = v & 0xFF;
+        putWord(rgba + 4 * i, first | first << 8 | first << 16 | (v & opaque));
+    }
+}
+
 void rgbToRgba(uint8_t *rgba, const uint8_t *rgb, size_t pixels) {
     for (size_t i = rgbToRgbaGroups(rgba, rgb, pixels); i < pixels; ++i) {
         const uint8_t *from = rgb + 3 * i;
@@ -184,8 +223,6 @@ void rgbaToRgb(uint8_t *rgb, const uint8_t *rgba, size_t pixels) {
     for (size_t i = rgbaToRgbGroups(rgb, rgba, pixels); i < pixels; ++i)
         putWord(rgb + 3 * i, word(rgba + 4 * i));
 }
-
-} // namespace
 
 void addPlaneForms(VectorForms &forms) {
     forms.component = component;
@@ -206,8 +243,10 @@ const VectorForms &levelForms() {
     static const VectorForms made = [] {
         VectorForms forms = {};
         addLaneForms(forms);
+        addPixelForms(forms);
         addPlaneForms(forms);
         addColourForms(forms);
+        addGainForms(forms);
         return forms;
     }();
     return made;

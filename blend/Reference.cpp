@@ -121,21 +121,6 @@ int alphaOf(const Plan &plan, int aAlpha, int bAlpha, int m, int w) {
     }
 }
 
-// Whether a weight of 0 leaves the pixel alone. To the fixed modes, to copying, DstOver and UserColor it is a
-// weight like any other, except that an alpha goes into a component of colour only at a weight above 0.
-bool skipsAtZero(const Plan &plan) {
-    switch (plan.mode->family) {
-    case Family::fixed:
-        return false;
-    case Family::copy:
-    case Family::dstOver:
-    case Family::userColor:
-        return plan.rule.components == 0 && plan.rule.alphaAt != 3;
-    default:
-        return true;
-    }
-}
-
 void blendPixel(const Plan &plan, uint8_t *out, const uint8_t *aBytes, const uint8_t *bBytes, int m) {
     const Rule &rule = plan.rule;
     if (rule.weight == Weighing::zero) {
@@ -147,7 +132,7 @@ void blendPixel(const Plan &plan, uint8_t *out, const uint8_t *aBytes, const uin
     int w = pixelWeight(plan, a.alpha, b.alpha, m);
     if (plan.mode->mode == Mode::dissolve && (std::rand() & 255) > plan.opacity)
         w = 0;
-    if (w == 0 && skipsAtZero(plan))
+    if (w == 0 && plan.skipsAtZero())
         return;
     const Colours f = resultOf(plan, a, b);
     for (int i = 0; i < coloursOf(plan.cell.out); ++i) {

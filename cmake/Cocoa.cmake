@@ -24,16 +24,7 @@ if(OXLUME_COCOA)
   enable_language(OBJCXX)
   add_compile_options($<$<COMPILE_LANGUAGE:OBJCXX>:-std=c++20>)
 
-  # What concerns the platform: definitions, the runtime's options, and headers, whose warnings are not ours.
-  execute_process(COMMAND ${GNUSTEP_CONFIG} --objc-flags OUTPUT_VARIABLE flags OUTPUT_STRIP_TRAILING_WHITESPACE)
-  separate_arguments(flags UNIX_COMMAND "${flags}")
-  list(FILTER flags INCLUDE REGEX "^(-D.*|-I/.*|-fexceptions|-fobjc-exceptions|-fconstant-string-class=.*|-pthread)$")
-  list(TRANSFORM flags REPLACE "^-I" "-isystem")
-  execute_process(COMMAND ${GNUSTEP_CONFIG} --gui-libs OUTPUT_VARIABLE libraries OUTPUT_STRIP_TRAILING_WHITESPACE)
-  separate_arguments(libraries UNIX_COMMAND "${libraries}")
-  list(FILTER libraries INCLUDE REGEX "^-[lL]")
-
   add_library(oxlume_gnustep INTERFACE)
-  target_compile_options(oxlume_gnustep INTERFACE $<$<COMPILE_LANGUAGE:OBJC,OBJCXX>:${flags}>)
-  target_link_libraries(oxlume_gnustep INTERFACE ${libraries})
+  include(${CMAKE_CURRENT_LIST_DIR}/OxlumeGNUstep.cmake)
+  oxlume_add_gnustep(oxlume_gnustep found)
 endif()

@@ -17,3 +17,11 @@ if(OXLUME_SANITIZE)
   add_compile_options(-fsanitize=${OXLUME_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${OXLUME_SANITIZE})
 endif()
+
+# What fuzz targets run in: compiled so that the fuzzer sees which of its inputs reach something new. It is not told
+# of comparisons, which drawing is full of; the words that readers look for stand in its dictionaries.
+option(OXLUME_FUZZ "Build the fuzz targets, by clang, and the library so that they see into it" OFF)
+add_library(oxlume_fuzzed INTERFACE)
+if(OXLUME_FUZZ)
+  target_compile_options(oxlume_fuzzed INTERFACE -fsanitize=fuzzer-no-link -fno-sanitize-coverage=trace-cmp)
+endif()

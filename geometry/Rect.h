@@ -67,6 +67,13 @@ constexpr R intersect(const R &first, const R &second) {
     return {std::max(a.x0, b.x0), std::max(a.y0, b.y0), std::min(a.x1, b.x1), std::min(a.y1, b.y1)};
 }
 
+// The part of `rect` inside `bounds`, both as they stand; empty when there is none.
+template <Rectangle R>
+constexpr R cut(const R &rect, const R &bounds) {
+    return {std::max(rect.x0, bounds.x0), std::max(rect.y0, bounds.y0), std::min(rect.x1, bounds.x1),
+            std::min(rect.y1, bounds.y1)};
+}
+
 // The smallest rectangle around both.
 template <Rectangle R>
 constexpr R unite(const R &first, const R &second) {

@@ -21,6 +21,9 @@ namespace lx {
 inline constexpr int32_t blockWords = 256;
 inline constexpr int32_t maxWords = (1 << 30) - blockWords;
 
+// What is kept for the next path goes no further than this: a quarter of a megabyte.
+inline constexpr int32_t maxKeptWords = 1 << 16;
+
 // Raises the capacity by whole blocks until `needed` words fit. False, and nothing changed, without memory.
 [[gnu::noinline]] bool growTo(LxPath &path, int64_t needed);
 

@@ -15,7 +15,14 @@ constexpr int64_t wholeBlocks(int64_t words) {
 } // namespace
 
 PathBuilder::PathBuilder(int64_t expectedWords) {
-    if (expectedWords > 0)
+    restart(expectedWords);
+}
+
+void PathBuilder::restart(int64_t expectedWords) {
+    if (path_.capacity > maxKeptWords)
+        clear(path_);
+    path_.count = 0;
+    if (path_.capacity < expectedWords)
         resize(wholeBlocks(std::min<int64_t>(expectedWords, maxWords)));
     failed_ = false;
 }

@@ -7,8 +7,9 @@ namespace lx {
 
 class PathBuilder {
 public:
+    PathBuilder() = default;
     // Room for `expectedWords` from the start, where there is such memory.
-    explicit PathBuilder(int64_t expectedWords = 0);
+    explicit PathBuilder(int64_t expectedWords);
     PathBuilder(const PathBuilder &) = delete;
     PathBuilder &operator=(const PathBuilder &) = delete;
     ~PathBuilder() { clear(path_); }
@@ -27,6 +28,15 @@ public:
         path_.count += size;
     }
     void add(const uint32_t *words, int32_t size);
+
+    // Empties the builder and makes room for `expectedWords`. It keeps its memory for the next words, unless
+    // that is more than most paths need.
+    void restart(int64_t expectedWords = 0);
+
+    bool failed() const { return failed_; }
+
+    // The words so far as a path, which lasts until the builder changes.
+    LxPath &path() { return path_; }
 
     // The words so far; going back to an earlier count drops those behind it.
     int32_t count() const { return path_.count; }

@@ -75,10 +75,14 @@ private:
         return p.x >= clip_.x0 && p.x <= clip_.x1 && p.y >= clip_.y0 && p.y <= clip_.y1;
     }
 
+    // Whether an edge between two places in a strip leaves it behind its end: upright and level edges have
+    // but a tiny stand-in for their difference, and that may be too large for the way to the lower side.
+    static bool staysInside(double a, double b, double low) { return a != b || a - low >= tiny; }
+
     void clipEdge(const LxPointD &a, const LxPointD &b) {
-        // The usual case, decided without a division: all that the rules below would emit is the end. Not so
-        // for upright and level edges, whose tiny stand-in for a difference may be too large for the strip.
-        if (finite_ && a.x != b.x && a.y != b.y && contains(a) && contains(b)) {
+        // The usual case, decided without a division: all that the rules below would emit is the end.
+        if (finite_ && contains(a) && contains(b) && staysInside(a.x, b.x, clip_.x0) &&
+            staysInside(a.y, b.y, clip_.y0)) {
             emit(b);
             return;
         }
@@ -207,6 +211,11 @@ private:
 bool clipPath(LxPath &path, const LxRectD &clip) {
     PathBuilder out(path.count);
     return !ClipScan(path, clip, out).run() || out.moveInto(path);
+}
+
+const LxPath &clipped(const LxPath &path, const LxRectD &clip, PathBuilder &out) {
+    out.restart(path.count);
+    return ClipScan(path, clip, out).run() && !out.failed() ? out.path() : path;
 }
 
 } // namespace lx

@@ -109,6 +109,13 @@ void transformPath(LxPath &path, const LxMatrix &matrix) {
     });
 }
 
+const LxPath *transformed(const LxPath &path, const LxMatrix &matrix, const LxRectD &clip,
+                          PathScratch &scratch) {
+    scratch.words.restart();
+    flatten(path, &matrix, scratch.words);
+    return scratch.words.failed() ? nullptr : &clipped(scratch.words.path(), clip, scratch.clippedWords);
+}
+
 } // namespace lx
 
 using namespace lx;

@@ -17,57 +17,6 @@
 namespace lx {
 namespace {
 
-// Words of path items that grow at the front: an array filled from its end.
-class BackwardBuilder {
-public:
-    explicit BackwardBuilder(int64_t expectedWords)
-        : expectedWords_(static_cast<int32_t>(std::min<int64_t>(expectedWords, maxWords))) {}
-    BackwardBuilder(const BackwardBuilder &) = delete;
-    BackwardBuilder &operator=(const BackwardBuilder &) = delete;
-    ~BackwardBuilder() { LxMem_free(words_); }
-
-    template <size_t Size>
-    void add(const Item<Size> &item) {
-        constexpr int32_t size = Size;
-        if (first_ < size && !grow()) [[unlikely]]
-            return;
-        first_ -= size;
-        write(words_ + first_, item);
-    }
-
-    void makeEmpty() { first_ = capacity_; }
-    bool failed() const { return failed_; }
-    const uint32_t *words() const { return words_ + first_; }
-    int32_t count() const { return capacity_ - first_; }
-
-private:
-    // Doubles the array, from what is expected; after one failure, never again.
-    bool grow() {
-        const int32_t capacity = capacity_ > 0 ? 2 * capacity_ : std::max(expectedWords_, blockWords);
-        void *block = failed_ || capacity > maxWords
-                          ? nullptr
-                          : LxMem_malloc(static_cast<uint32_t>(capacity * sizeof(uint32_t)));
-        if (block == nullptr) {
-            failed_ = true;
-            return false;
-        }
-        auto *grown = static_cast<uint32_t *>(block);
-        const int32_t first = capacity - count();
-        std::copy_n(words(), count(), grown + first);
-        LxMem_free(words_);
-        words_ = grown;
-        first_ = first;
-        capacity_ = capacity;
-        return true;
-    }
-
-    const int32_t expectedWords_;
-    uint32_t *words_ = nullptr;
-    int32_t first_ = 0;
-    int32_t capacity_ = 0;
-    bool failed_ = false;
-};
-
 // Two points nearer than the smallest step of a double at 1 are the same to the stroker.
 bool coincide(double from, double to) {
     constexpr double tolerance = std::numeric_limits<double>::epsilon();
@@ -93,9 +42,8 @@ LxLineD negativeEdge(const CrossLines &lines) {
 
 class StrokingPen : public BasicPen<StrokingPen> {
 public:
-    StrokingPen(PathBuilder &out, int64_t expectedWordsOfASide, double width, int32_t style)
-        : out_(out), positive_(expectedWordsOfASide), halfWidth_(width * 0.5),
-          items_((style & kLxStrokeItems) != 0),
+    StrokingPen(PathBuilder &out, BackwardBuilder &positive, double width, int32_t style)
+        : out_(out), positive_(positive), halfWidth_(width * 0.5), items_((style & kLxStrokeItems) != 0),
           mitred_((style & (kLxStrokeMitre | kLxStrokeMitreToo)) != 0) {}
 
     // The walk is over. An open subpath still has to be joined, unless a word that is no item cut it short.
@@ -104,7 +52,6 @@ public:
             joinSides();
         dropSides();
     }
-    bool failed() const { return positive_.failed(); }
 
     void moveTo(const LxPointD &point) {
         if ((flags & noSubpath) == 0)
@@ -203,7 +150,7 @@ private:
 
     PathBuilder &out_;
     int32_t joined_ = 0; // the words of the result that are done
-    BackwardBuilder positive_;
+    BackwardBuilder &positive_;
     const double halfWidth_;
     const bool items_; // a ribbon of its own for every item
     const bool mitred_;
@@ -214,18 +161,29 @@ private:
     CrossLines last_;  // of the latest segment
 };
 
-LxPath *createOutline(const LxPath &path, double width, int32_t style) {
+// False without memory.
+bool outline(const LxPath &path, double width, int32_t style, PathBuilder &out, BackwardBuilder &positive) {
     // A line becomes two or three on either side. What is expected of long paths has a limit, as memory that
     // is not needed may not be there.
     constexpr int64_t maxExpected = 1 << 20;
     const int64_t side = std::min(3 * int64_t{path.count}, maxExpected);
-    PathBuilder out(2 * side);
-    StrokingPen pen(out, side, width, style);
+    out.restart(2 * side);
+    positive.restart(side);
+    StrokingPen pen(out, positive, width, style);
     pen.finish(walkItems(path, nullptr, pen));
-    return pen.failed() ? nullptr : out.moveIntoNewPath();
+    return !positive.failed();
 }
 
 } // namespace
+
+const LxPath *outlined(const LxPath &path, const LxMatrix &matrix, const LxRectD &clip, double width,
+                       int32_t style, PathScratch &scratch) {
+    if (!outline(path, width, style, scratch.words, scratch.backward) || scratch.words.failed())
+        return nullptr;
+    transformPath(scratch.words.path(), matrix);
+    return &clipped(scratch.words.path(), clip, scratch.clippedWords);
+}
+
 } // namespace lx
 
 using namespace lx;
@@ -234,7 +192,9 @@ LxPath *LxPath_CreateOutlined(const LxPath *path, const LxMatrix *matrix, const 
                               int32_t style) {
     if (path == nullptr)
         return nullptr;
-    LxPath *result = createOutline(*path, width, style);
+    PathBuilder out;
+    BackwardBuilder positive;
+    LxPath *result = outline(*path, width, style, out, positive) ? out.moveIntoNewPath() : nullptr;
     if (result == nullptr)
         return nullptr;
     if (matrix != nullptr)

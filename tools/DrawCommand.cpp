@@ -13,12 +13,15 @@
 #include "tools/Command.h"
 #include "tools/DrawScript.h"
 #include "tools/PngFile.h"
+#include "tools/Progress.h"
+#include "tools/RendererOption.h"
 
 namespace tool {
 namespace {
 
 struct Arguments {
     std::string script, output;
+    CanvasMaker makeCanvas = makeSoftwareCanvas;
     unsigned seconds = 60;
 };
 
@@ -34,8 +37,9 @@ void giveUp(int) {
 class TimeLimit {
 public:
     TimeLimit(const std::string &script, unsigned seconds) {
-        std::snprintf(lateMessage, sizeof lateMessage, "oxlume: %.180s: takes longer than %u seconds\n",
-                      script.c_str(), seconds);
+        // On a terminal the message takes the place of the progress display.
+        std::snprintf(lateMessage, sizeof lateMessage, "%soxlume: %.180s: takes longer than %u seconds\n",
+                      isatty(STDERR_FILENO) != 0 ? "\r\033[K" : "", script.c_str(), seconds);
         std::signal(SIGALRM, giveUp);
         alarm(seconds);
     }
@@ -57,11 +61,15 @@ std::string readScript(const std::string &path) {
 
 void draw(const Arguments &arguments) {
     const std::filesystem::path folder = std::filesystem::path(arguments.script).parent_path();
-    Drawing drawing([&](const std::string &file) { return readPng((folder / file).string()); });
+    Drawing drawing([&](const std::string &file) { return readPng((folder / file).string()); },
+                    arguments.makeCanvas);
     const std::string script = readScript(arguments.script);
     {
         const TimeLimit limit(arguments.script, arguments.seconds);
-        drawScript(script, arguments.script, drawing);
+        Progress progress("drawing " + arguments.script, 0);
+        drawScript(script, arguments.script, drawing, {}, [&](size_t done, size_t commands) {
+            progress.report(static_cast<int64_t>(done), static_cast<int64_t>(commands));
+        });
     }
     writePng(arguments.output, *drawing.finish());
 }
@@ -76,6 +84,7 @@ void addDrawCommand(CLI::App &program) {
     command->add_option("SCRIPT", arguments->script, "Text file, at most 1 MiB: size W H, then commands")
         ->required();
     command->add_option("-o,--output", arguments->output, "PNG file to write")->required();
+    addRendererOption(*command, arguments->makeCanvas);
     command->add_option("--seconds", arguments->seconds, "Give up after this time")
         ->check(CLI::Range(1, 3600))
         ->capture_default_str();

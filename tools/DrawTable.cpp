@@ -18,12 +18,6 @@ constexpr int64_t maxPixels = int64_t{1} << 26; // of all images together
 
 } // namespace
 
-void Drawing::begin(int32_t width, int32_t height) {
-    picture_.reset(LxImage_Create(kLxPixelRGBA, 0, 0, width, height, 1, 0));
-    if (context() == nullptr)
-        throw Failure("not enough memory for the picture");
-}
-
 LxGradient *Drawing::makeGradient(const std::string &name) {
     if (name == "none")
         throw Failure("a gradient cannot be called none");

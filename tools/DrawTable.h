@@ -13,6 +13,7 @@
 #include <oxlume/LxGC.h>
 #include <oxlume/LxGradient.h>
 
+#include "tools/Canvas.h"
 #include "tools/ImageHandle.h"
 
 namespace tool {
@@ -27,12 +28,13 @@ struct DeleteGradient {
 // A drawing under way: the picture, and what the script has named.
 class Drawing {
 public:
-    explicit Drawing(ImageLoader load) : load_(std::move(load)) {}
+    explicit Drawing(ImageLoader load, CanvasMaker makeCanvas = makeSoftwareCanvas)
+        : load_(std::move(load)), makeCanvas_(makeCanvas) {}
 
     // Begins a transparent picture.
-    void begin(int32_t width, int32_t height);
-    LxGC *context() const { return LxImage_GC(picture_.get()); }
-    ImageHandle finish() { return std::move(picture_); }
+    void begin(int32_t width, int32_t height) { canvas_ = makeCanvas_(width, height); }
+    LxGC *context() const { return canvas_->context(); }
+    ImageHandle finish() { return canvas_->finish(); }
 
     // The gradient of that name, made where there is none yet.
     LxGradient *makeGradient(const std::string &name);
@@ -46,10 +48,11 @@ public:
 
 private:
     ImageLoader load_;
+    CanvasMaker makeCanvas_;
     std::map<std::string, std::unique_ptr<LxGradient, DeleteGradient>> gradients_;
     std::map<std::string, ImageHandle> images_;
-    int64_t pixels_ = 0;  // of all images
-    ImageHandle picture_; // deleted first, with the context that refers to the rest
+    int64_t pixels_ = 0;             // of all images
+    std::unique_ptr<Canvas> canvas_; // deleted first, with the context that refers to the rest
 };
 
 // A command's arguments: its numbers and its texts, each in the order of the line.

@@ -9,19 +9,24 @@
 #include <string>
 
 #include <oxlume/LxBlend.h>
+#include <oxlume/LxGC.h>
 
 #include "blend/Mode.h"
 #include "image/Image.h"
 #include "tools/BlendNames.h"
+#include "tools/Canvas.h"
 #include "tools/Command.h"
 #include "tools/OutputFile.h"
 #include "tools/PngFile.h"
+#include "tools/Progress.h"
 
 namespace tool {
 namespace {
 
 constexpr int32_t columns = 8;
 constexpr int32_t gap = 6;
+constexpr int32_t labelHeight = 14; // under each picture, for the mode's name in the text size that there is
+constexpr int32_t baseline = 10;    // of the name in it
 
 struct Arguments {
     std::string destination, source, folder;
@@ -65,6 +70,27 @@ ImageHandle reduced(const std::string &path, int32_t side) {
     return small;
 }
 
+// Where a mode's picture lies on the sheet.
+struct Sheet {
+    int32_t w, h; // of a picture
+
+    int32_t x(int32_t mode) const { return gap + mode % columns * (w + gap); }
+    int32_t y(int32_t mode) const { return gap + mode / columns * (h + labelHeight + gap); }
+    int32_t width() const { return x(columns - 1) + w + gap; }
+    int32_t height() const { return y(lx::modeCount - 1) + h + labelHeight + gap; }
+};
+
+// Writes a mode's name under its picture, as far as it fits. Only Quartz contexts have text.
+void drawName(LxImage &picture, const Sheet &sheet, int32_t mode) {
+    const std::unique_ptr<Canvas> canvas = makeQuartzCanvas(sheet.w, labelHeight);
+    const std::string name = std::to_string(mode) + ' ' + LxBlend_ModeName(mode);
+    LxGC_DrawTextWithLength(canvas->context(), 0, baseline, name.c_str(), static_cast<int32_t>(name.size()));
+    const ImageHandle label = canvas->finish();
+    LxImage_MoveTo(label.get(), sheet.x(mode), sheet.y(mode) + sheet.h);
+    LxBlend over = LxBlend(static_cast<int32_t>(lx::Mode::srcOver), 255);
+    LxBlend_Image_Image(&over, &picture, label.get(), nullptr, nullptr);
+}
+
 void writePage(const std::string &path, int opacity) {
     OutputFile page(path);
     std::fprintf(page.stream(),
@@ -92,12 +118,12 @@ void makeFolder(const std::string &folder) {
 void showModes(const Arguments &arguments) {
     const ImageHandle destination = reduced(arguments.destination, arguments.side);
     const ImageHandle source = reduced(arguments.source, arguments.side);
-    const int32_t w = lx::width(*destination), h = lx::height(*destination);
-    constexpr int32_t rows = (lx::modeCount + columns - 1) / columns;
-    const ImageHandle sheet = makeRgba(columns * (w + gap) + gap, rows * (h + gap) + gap);
-    LxImage_Fill(sheet.get(), LxColor_RGBA(136, 136, 136, 255));
+    const Sheet sheet = {lx::width(*destination), lx::height(*destination)};
+    const ImageHandle picture = makeRgba(sheet.width(), sheet.height());
+    LxImage_Fill(picture.get(), LxColor_RGBA(136, 136, 136, 255));
 
     makeFolder(arguments.folder);
+    Progress progress("blending by all modes", lx::modeCount);
     for (int32_t mode = 0; mode < lx::modeCount; ++mode) {
         const ImageHandle result(LxImage_Copy(destination.get()));
         if (result == nullptr)
@@ -105,10 +131,13 @@ void showModes(const Arguments &arguments) {
         LxBlend blend = LxBlend(mode, arguments.opacity);
         LxBlend_Image_Image(&blend, result.get(), source.get(), nullptr, nullptr);
         writePng(arguments.folder + "/" + LxBlend_ModeName(mode) + ".png", *result);
-        LxImage_MoveTo(result.get(), gap + mode % columns * (w + gap), gap + mode / columns * (h + gap));
-        copyTo(*sheet, *result);
+        LxImage_MoveTo(result.get(), sheet.x(mode), sheet.y(mode));
+        copyTo(*picture, *result);
+        if (hasQuartzCanvas)
+            drawName(*picture, sheet, mode);
+        progress.advance();
     }
-    writePng(arguments.folder + "/sheet.png", *sheet);
+    writePng(arguments.folder + "/sheet.png", *picture);
     writePage(arguments.folder + "/index.html", arguments.opacity);
 }
 

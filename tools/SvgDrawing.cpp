@@ -16,11 +16,6 @@ namespace {
 // ---- Limits ----
 
 constexpr int maxDepth = 500;
-constexpr size_t maxShapes = 200'000;
-constexpr size_t maxPoints = 4'000'000;
-
-// Steps of the rasteriser, by estimate: a second or a few of work.
-constexpr double maxWork = 4e9;
 
 // In pixels. What reaches further is not drawn.
 constexpr double farthest = 1e6;
@@ -163,8 +158,8 @@ void append(LxPath *path, const SvgLine &line, bool closed) {
 
 class Drawing {
 public:
-    Drawing(LxGC *gc, const lx::XmlNode &document, PictureSize size)
-        : gc_(gc), size_(size), root_(rootOf(document)), viewport_(viewportOf(root_)),
+    Drawing(LxGC *gc, const lx::XmlNode &document, PictureSize size, const SvgLimits &limits)
+        : gc_(gc), size_(size), limits_(limits), root_(rootOf(document)), viewport_(viewportOf(root_)),
           gradients_(document, viewport_.width, viewport_.height) {}
 
     void draw() {
@@ -275,8 +270,8 @@ private:
     }
 
     void drawShape(const SvgShape &shape, const Style &style) {
-        if (++shapes_ > maxShapes)
-            throw Failure("more than " + std::to_string(maxShapes) + " shapes");
+        if (++shapes_ > limits_.shapes)
+            throw Failure("more than " + std::to_string(limits_.shapes) + " shapes");
         if (!style.visible)
             return;
         Bounds box;
@@ -331,7 +326,7 @@ private:
         if (!(pixels.x0 < pixels.x1 && pixels.y0 < pixels.y1))
             return;
         work_ += (pixels.y1 - pixels.y0) * (pixels.x1 - pixels.x0 + path->count / 3.0);
-        if (work_ > maxWork)
+        if (work_ > limits_.work)
             throw Failure("more to draw than a drawing may have");
         GradientHandle gradient;
         if (paint.kind == Paint::gradient) {
@@ -350,11 +345,12 @@ private:
 
     LxGC *const gc_;
     const PictureSize size_;
+    const SvgLimits limits_;
     const lx::XmlNode root_;
     const Box viewport_;
     const SvgGradients gradients_;
     size_t shapes_ = 0;
-    size_t pointsLeft_ = maxPoints;
+    size_t pointsLeft_ = limits_.points;
     double work_ = 0;
 };
 
@@ -379,8 +375,9 @@ PictureSize drawingSize(const lx::XmlNode &document, int largestSide, const std:
     return {side(box.width), side(box.height)};
 }
 
-void drawSvg(LxGC *gc, const lx::XmlNode &document, PictureSize size, const std::string &file) {
-    naming(file, [&] { Drawing(gc, document, size).draw(); });
+void drawSvg(LxGC *gc, const lx::XmlNode &document, PictureSize size, const std::string &file,
+             const SvgLimits &limits) {
+    naming(file, [&] { Drawing(gc, document, size, limits).draw(); });
 }
 
 } // namespace tool

@@ -9,6 +9,7 @@
 // Failure that names the file, and what is beyond all sensible coordinates is left out.
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 #include <oxlume/LxGC.h>
@@ -25,7 +26,15 @@ struct PictureSize {
 // document whose root is no "svg" is a Failure.
 PictureSize drawingSize(const lx::XmlNode &document, int largestSide, const std::string &file);
 
+// What a stranger's file may ask for.
+struct SvgLimits {
+    size_t shapes = 200'000;
+    size_t points = 4'000'000;
+    double work = 4e9; // steps of the rasteriser, by estimate: a second or a few
+};
+
 // Draws the document into the whole of a picture.
-void drawSvg(LxGC *gc, const lx::XmlNode &document, PictureSize size, const std::string &file);
+void drawSvg(LxGC *gc, const lx::XmlNode &document, PictureSize size, const std::string &file,
+             const SvgLimits &limits = {});
 
 } // namespace tool

@@ -20,6 +20,7 @@ int fail(const char *message) {
 int run(int argc, char **argv) {
     CLI::App program("2D graphics and imaging from the command line.", "oxlume");
     program.require_subcommand(1);
+    program.set_version_flag("--version", "oxlume " OXLUME_VERSION, "Print the version and exit");
     tool::addBlendCommand(program);
     tool::addDrawCommand(program);
     tool::addInfoCommand(program);
@@ -28,6 +29,8 @@ int run(int argc, char **argv) {
     tool::addSvgCommand(program);
     tool::addModesCommand(program);
     tool::addPathCommand(program);
+    // Behind the commands, which would take it over.
+    program.set_help_all_flag("--help-all", "Print the help of all commands and exit");
     try {
         program.parse(argc, argv);
         return 0;

@@ -1,16 +1,16 @@
-// Paths by the OpenGL renderer, without a display. The library's own part of the time shows in a profile by
-// shared object: perf record bench_opengl; perf report --sort dso.
+// Paths by the OpenGL renderer, without a display. bench/library-share tells our own part of the time.
 
 #include <optional>
 
 #include <benchmark/benchmark.h>
 
 #include "tests/gc/renderers/OpenGLScene.h"
-#include "tests/support/OffscreenGL.h"
+#include "tools/OffscreenGL.h"
 
 namespace {
 
 using namespace lx::test;
+using tool::OffscreenGL;
 
 constexpr int32_t pathsAFrame = 200;
 

@@ -1,5 +1,5 @@
 // What a path on a Quartz context costs beside the same calls on cairo without us: what is above that is
-// ours.
+// ours. bench/library-share tells it from a profile.
 
 #include <memory>
 
@@ -29,14 +29,33 @@ Handle<cairo_surface_t> makeSurface() {
     return Handle<cairo_surface_t>(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, side, side));
 }
 
-// A rectangle (radius 0) or a circle.
-Handle<LxPath> makePath(int64_t radius) {
+enum Shape : int64_t { rectangle, smallCircle, largeCircle, polyline, cubics };
+
+// A polyline or a path of cubics goes to and fro over the whole surface.
+Handle<LxPath> makePath(int64_t shape) {
     Handle<LxPath> path(LxPath_Create());
     const LxRectD square = {100, 100, 110, 110};
-    if (radius == 0)
+    switch (shape) {
+    case rectangle:
         LxPath_SetRect(path.get(), &square, 0, 0);
-    else
-        LxPath_SetCircle(path.get(), 128, 128, static_cast<double>(radius));
+        break;
+    case smallCircle:
+        LxPath_SetCircle(path.get(), 128, 128, 10);
+        break;
+    case largeCircle:
+        LxPath_SetCircle(path.get(), 128, 128, 100);
+        break;
+    case polyline:
+        LxPath_AddMoveTo(path.get(), 8, 8);
+        for (int i = 1; i <= 20; ++i)
+            LxPath_AddLineTo(path.get(), 8 + 12 * i, i % 2 == 0 ? 8 : 248);
+        break;
+    default:
+        LxPath_AddMoveTo(path.get(), 8, 128);
+        for (int i = 1; i <= 10; ++i)
+            LxPath_AddCurveTo(path.get(), 24 * i - 8, i % 2 == 0 ? 8 : 248, 24 * i, i % 2 == 0 ? 8 : 248,
+                              24 * i + 8, 128);
+    }
     return path;
 }
 
@@ -82,10 +101,10 @@ void bareCairo(benchmark::State &state) {
 }
 
 void shapes(benchmark::internal::Benchmark *benchmark) {
-    benchmark->ArgNames({"radius", "mode"});
-    for (const int64_t radius : {0, 10, 100})
+    benchmark->ArgNames({"shape", "mode"});
+    for (const int64_t shape : {rectangle, smallCircle, largeCircle, polyline, cubics})
         for (const int64_t mode : {kLxRenderFill, kLxRenderStroke})
-            benchmark->Args({radius, mode});
+            benchmark->Args({shape, mode});
 }
 
 BENCHMARK(renderer)->Apply(shapes);

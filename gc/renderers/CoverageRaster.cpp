@@ -5,6 +5,9 @@
 
 #include "gc/renderers/CoverageRaster.h"
 
+#include <algorithm>
+#include <span>
+
 #include <oxlume/LxMem.h>
 
 #include "gc/renderers/Paint.h"
@@ -73,29 +76,112 @@ void paintRow(RowCells &cells, bool nonZero, Paint &paint) {
     });
 }
 
-// The same picture as paintSamples gives, from samples whose rows are all told apart.
+// Asks the processor for pixels before they are needed. Small shapes lie anywhere in the image, and each of
+// their rows in another page of memory: waiting for one row after the other would take longer than to paint
+// them.
+class RowsAhead {
+public:
+    RowsAhead(const LxImage &image, const double *bounds) : image_(image), height_(height(image)) {
+        const int32_t pixelBytes = LxImage_BytesPerPixel(&image);
+        const auto column = [&](double x) {
+            return static_cast<ptrdiff_t>(std::clamp(x, 0.0, width(image) - 1.0)) * pixelBytes;
+        };
+        if (height_ == 0 || !(bounds[2] - bounds[0] < mostPixels))
+            return;
+        first_ = column(bounds[0]);
+        last_ = column(bounds[2]);
+    }
+
+    // The rows of a shape that begins at the row y, up to the one in front of `row + distance`.
+    void begin(int32_t y, int32_t last) const {
+        for (int32_t end = std::min(y + distance, last + 1); y < end; ++y)
+            ask(y);
+    }
+
+    // The rows that come into reach when `count` rows from y on are painted.
+    void next(int32_t y, int32_t count, int32_t last) const {
+        for (int32_t end = std::min(y + distance + count, last + 1); y + distance < end; ++y)
+            ask(y + distance);
+    }
+
+private:
+    static constexpr int32_t distance = 12;
+    static constexpr ptrdiff_t lineBytes = 64;
+    // Along a wider row the processor finds out by itself where it goes on.
+    static constexpr double mostPixels = 96;
+
+    void ask(int32_t y) const {
+        if (y >= height_ || last_ < 0)
+            return;
+        const uint8_t *const row = rowAddress(image_, y);
+        for (ptrdiff_t at = first_; at < last_; at += lineBytes)
+            __builtin_prefetch(row + at, 1);
+        __builtin_prefetch(row + last_, 1);
+    }
+
+    const LxImage &image_;
+    const int32_t height_;
+    ptrdiff_t first_ = 0, last_ = -1; // bytes in a row; none are asked for if they are inside out
+};
+
+// What is painted in a row, to be painted again in others.
+class RowRecord {
+public:
+    void pixel(int32_t x, int32_t coverage) { pieces_[count_++] = {x, x, coverage}; }
+    void run(int32_t x0, int32_t x1, int32_t coverage) { pieces_[count_++] = {x0, x1, coverage}; }
+
+    template <class Paint>
+    void play(Paint &paint) const {
+        for (const Piece &piece : std::span(pieces_, count_)) {
+            if (piece.x0 == piece.x1)
+                paint.pixel(piece.x0, piece.coverage);
+            else
+                paint.run(piece.x0, piece.x1, piece.coverage);
+        }
+    }
+
+private:
+    struct Piece {
+        int32_t x0, x1; // the same for a pixel
+        int32_t coverage;
+    };
+    Piece pieces_[2 * maxPixels]; // a run in front of each pixel at most
+    size_t count_ = 0;
+};
+
+// The same picture as paintSamples gives, from edges whose rows are all told apart.
 template <class Paint>
-void paintRows(SampleRows &rows, bool nonZero, Paint &paint) {
+void paintRows(SampleRows &rows, bool nonZero, const RowsAhead &ahead, Paint &paint) {
     RowCells &cells = sharedCells();
-    for (int32_t y = rows.first(); y <= rows.last() && paint.row(y); ++y) {
-        rows.read(y, cells);
-        paintRow(cells, nonZero, paint);
+    ahead.begin(rows.first(), rows.last());
+    for (int32_t y = rows.first(); y <= rows.last() && paint.row(y);) {
+        const int32_t alike = rows.read(y, cells);
+        ahead.next(y, alike, rows.last());
+        if (alike == 1) {
+            paintRow(cells, nonZero, paint);
+            ++y;
+            continue;
+        }
+        RowRecord record;
+        paintRow(cells, nonZero, record);
+        for (const int32_t end = y + alike; y < end && paint.row(y); ++y)
+            record.play(paint);
     }
 }
 
 template <class Paint>
-void paintBest(LxRaster &raster, Paint &&paint) {
+void paintBest(LxRaster &raster, const LxImage &image, Paint &&paint) {
     SampleRows rows(samplesOf(raster));
     const bool nonZero = raster.nonZero != 0;
-    if (rows.wrapped())
+    if (rows.areWords())
         paintSamples(samplesOf(raster).sort(), nonZero, paint);
     else
-        paintRows(rows, nonZero, paint);
+        paintRows(rows, nonZero, RowsAhead(image, raster.bounds), paint);
     paint.finish();
 }
 
 int32_t restart(LxRaster *raster) {
-    samplesOf(*raster) = {};
+    samplesOf(*raster).restart();
     return 1;
 }
 
@@ -128,11 +214,11 @@ void fillCoverage(LxRaster &raster, LxImage &image, const LxBlend &blend, LxShad
     if (method == FillMethod::byRule)
         paintSamples(samplesOf(raster).sort(), raster.nonZero != 0, pixelwise);
     else if (SolidPaint::serves(image, blend, shader))
-        paintBest(raster, SolidPaint(image, blend, *static_cast<const LxRGBA *>(shader.data)));
+        paintBest(raster, image, SolidPaint(image, blend, *static_cast<const LxRGBA *>(shader.data)));
     else if (LinePaint::serves(image, shader))
-        paintBest(raster, LinePaint(image, blend, shader));
+        paintBest(raster, image, LinePaint(image, blend, shader));
     else
-        paintBest(raster, pixelwise);
+        paintBest(raster, image, pixelwise);
 }
 
 } // namespace lx

@@ -17,6 +17,7 @@
 #include "gc/Gradient.h"
 #include "gc/renderers/Samples.h"
 #include "gc/renderers/Spans.h"
+#include "image/Image.h"
 
 namespace lx {
 
@@ -50,7 +51,12 @@ public:
 
     static bool serves(const LxImage &image, const LxBlend &blend, const LxShader &shader);
 
-    bool row(int32_t y);
+    bool row(int32_t y) {
+        if (y >= height_)
+            return false;
+        row_ = image_.pixels + ptrdiff_t{flipped_ ? height_ - 1 - y : y} * image_.rowBytes;
+        return true;
+    }
 
     void pixel(int32_t x, int32_t coverage) {
         if (x < width_)
@@ -97,6 +103,7 @@ private:
     LxImage &image_;
     const SpanFunctions &spans_;
     const int32_t width_, height_;
+    const bool flipped_;
     const uint32_t color_, evenPlusOne_, oddPlusOne_, alphaPlusOne_;
     const uint32_t opacity_;
     uint8_t *row_ = nullptr;
@@ -127,6 +134,7 @@ private:
     }
 
     void writeGradient(const LxGradient &gradient, int32_t x0, int32_t x1, uint32_t *to) const;
+    void writeInward(const LxGradient &gradient, int32_t x0, int32_t x1, uint32_t *to) const;
 
     LxImage &image_;
     const LxBlend &blend_;

@@ -28,31 +28,38 @@ inline int32_t coverage(const CellSums &sums, int32_t winding, bool nonZero) {
 // The sums of a row's pixels, filled from samples in any order and read from left to right.
 class RowCells {
 public:
-    // Adds samples up to `end` for as long as they are in the row `y`. The first one is; answers where the
-    // next one is.
-    const uint32_t *add(const uint32_t *word, const uint32_t *end, uint32_t y) {
-        uint32_t block = blockOf(*word);
-        uint64_t bits = 0; // of the touched pixels in the block
-        do {
-            const uint32_t x = *word >> pixelShift & (maxPixels - 1);
-            if (blockOf(*word) != block) {
-                touch(block, bits);
-                block = blockOf(*word);
-                bits = 0;
+    // Adds samples to the cells. Which ones it touched is known when it is done.
+    class Adder {
+    public:
+        explicit Adder(RowCells &cells) : cells_(cells) {}
+        Adder(const Adder &) = delete;
+        Adder &operator=(const Adder &) = delete;
+        ~Adder() { touch(); }
+
+        // `times` samples with the same bits below the row.
+        void add(uint32_t place, uint32_t times) {
+            const uint32_t x = place >> pixelShift;
+            if (x / blockPixels != block_) {
+                touch();
+                block_ = x / blockPixels;
+                bits_ = 0;
             }
-            bits |= uint64_t{1} << x % blockPixels;
-            // An upright edge puts the same sample into all quarters of a row.
-            if (end - word >= quarters && word[1] == word[0] && word[2] == word[0] && word[3] == word[0]) {
-                cells_[x] += quarters * changes[*word % changes.size()];
-                word += quarters;
-            } else {
-                cells_[x] += changes[*word % changes.size()];
-                ++word;
-            }
-        } while (word != end && *word >> rowShift == y);
-        touch(block, bits);
-        return word;
-    }
+            bits_ |= uint64_t{1} << x % blockPixels;
+            cells_.cells_[x] += times * changes[place % changes.size()];
+        }
+
+    private:
+        void touch() {
+            if (bits_ == 0)
+                return;
+            cells_.touched_[block_] |= bits_;
+            cells_.touchedBlocks_ |= uint32_t{1} << block_;
+        }
+
+        RowCells &cells_;
+        uint32_t block_ = 0;
+        uint64_t bits_ = 0; // of the touched pixels in the block
+    };
 
     // Calls visit(x, sums, change of winding) for each pixel with a sample, from the left, and empties the
     // row.
@@ -96,13 +103,6 @@ private:
         }
         return table;
     }();
-
-    static uint32_t blockOf(uint32_t word) { return (word >> pixelShift & (maxPixels - 1)) / blockPixels; }
-
-    void touch(uint32_t block, uint64_t bits) {
-        touched_[block] |= bits;
-        touchedBlocks_ |= uint32_t{1} << block;
-    }
 
     uint64_t cells_[maxPixels];
     uint64_t touched_[blocks]; // a bit for each cell

@@ -1,10 +1,13 @@
 // The renderer that draws into images.
 
+#include <new>
+
 #include <oxlume/LxMem.h>
 
 #include "gc/Renderer.h"
 #include "gc/Shader.h"
 #include "gc/renderers/Raster.h"
+#include "path/PathOperations.h"
 #include "path/PathWalk.h"
 
 namespace lx {
@@ -13,6 +16,7 @@ namespace {
 struct SoftwareState {
     LxImage *target;
     LxRaster *raster;
+    PathScratch scratch;
 };
 
 SoftwareState &stateOf(LxRenderer *renderer) {
@@ -40,33 +44,36 @@ struct Ink {
     LxBlend blend;
 };
 
-// Fills a path of the target's own coordinates, and deletes it.
-void paint(const SoftwareState &state, LxPath *path, Ink ink) {
+// Fills a path of the target's own coordinates.
+void paint(const SoftwareState &state, const LxPath *path, Ink ink) {
     if (path == nullptr)
         return;
     LxRaster_Restart(state.raster);
     EdgePen pen(state.raster);
     walkItems(*path, nullptr, pen);
-    LxPath_Delete(path);
     LxShader shader;
     if (ink.gradient != nullptr)
         LxCreate_GradientShader(&shader, ink.gradient);
     else
         shader = solidShader(ink.color.content.rgba);
     LxRaster_Fill(state.raster, state.target, &ink.blend, &shader);
+    // Nobody will paint these edges again: the store need not keep them for this rasteriser.
+    LxRaster_Restart(state.raster);
 }
 
 void drawPath(LxRenderer *renderer, const LxPath *path) {
-    const SoftwareState &state = stateOf(renderer);
+    if (path == nullptr)
+        return;
+    SoftwareState &state = stateOf(renderer);
     LxGC *const gc = renderer->gc;
     const uint32_t mode = LxGC_RenderMode(gc);
-    const LxMatrix *const matrix = LxGC_Matrix(gc);
-    const LxRectD *const clip = LxGC_ClipRectPtr(gc);
+    const LxMatrix &matrix = *LxGC_Matrix(gc);
+    const LxRectD &clip = *LxGC_ClipRectPtr(gc);
     if ((mode & kLxRenderFill) != 0)
-        paint(state, LxPath_CreateTransformed(path, matrix, clip),
+        paint(state, transformed(*path, matrix, clip, state.scratch),
               {LxGC_FillGradient(gc), LxGC_FillColor(gc), LxGC_FillBlend(gc)});
     if ((mode & kLxRenderStroke) != 0)
-        paint(state, LxPath_CreateOutlined(path, matrix, clip, LxGC_StrokeWidth(gc), LxGC_StrokeStyle(gc)),
+        paint(state, outlined(*path, matrix, clip, LxGC_StrokeWidth(gc), LxGC_StrokeStyle(gc), state.scratch),
               {LxGC_StrokeGradient(gc), LxGC_StrokeColor(gc), LxGC_StrokeBlend(gc)});
 }
 
@@ -99,15 +106,14 @@ void drawImage(LxRenderer *renderer, int32_t x, int32_t y, LxImage *image, LxIma
 // ---- The kind ----
 
 bool create(LxRenderer &renderer, void *target) {
-    auto *state = static_cast<SoftwareState *>(LxMem_calloc(1, sizeof(SoftwareState)));
-    if (state == nullptr)
-        return false;
-    state->target = static_cast<LxImage *>(target);
-    state->raster = LxRaster_Create(1);
-    if (state->raster == nullptr) {
-        LxMem_free(state);
+    void *const memory = LxMem_malloc(sizeof(SoftwareState));
+    LxRaster *const raster = LxRaster_Create(1);
+    if (memory == nullptr || raster == nullptr) {
+        LxRaster_Delete(raster);
+        LxMem_free(memory);
         return false;
     }
+    auto *state = new (memory) SoftwareState{static_cast<LxImage *>(target), raster, {}};
     renderer.privateState = state;
     renderer.pixel = drawPixel;
     renderer.fill = fill;
@@ -124,6 +130,7 @@ bool create(LxRenderer &renderer, void *target) {
 
 void remove(LxRenderer *renderer) {
     LxRaster_Delete(stateOf(renderer).raster);
+    stateOf(renderer).~SoftwareState();
     LxMem_free(renderer->privateState);
     LxMem_free(renderer);
 }

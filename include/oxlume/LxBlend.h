@@ -13,7 +13,7 @@
 
 LX_BEGIN_DECLS
 
-typedef struct _LxImage LxImage;
+typedef struct _LxImage LxImage; /* See LxImage.h. */
 
 /* How two pictures are combined. Read it through the functions below. */
 typedef struct _LxBlend {

@@ -9,29 +9,30 @@ LX_BEGIN_DECLS
 
 /* Straight alpha; r in the lowest byte of the word. */
 typedef struct LxRGBA {
-    uint8_t r, g, b, a;
+    uint8_t r, g, b, a; /* 0 to 255 */
 } LxRGBA;
 
+/* A colour without alpha. */
 typedef struct LxRGB {
-    uint8_t r, g, b;
+    uint8_t r, g, b; /* 0 to 255 */
 } LxRGB;
 
 /* Hue 0 to 359, saturation and value 0 to 255. The value is the lightness (max + min) / 2. */
 typedef struct LxHSV {
-    int32_t hue, saturation, value;
+    int32_t hue, saturation, value; /* in whole numbers */
 } LxHSV;
 
 /* A tagged value: `type` is an LxPixelType and says which member counts. */
 typedef struct LxColor {
-    int32_t type;
+    int32_t type; /* the LxPixelType */
     union {
-        LxRGBA rgba;
-        LxRGB rgb;
-        uint8_t a;
-        float f;
-        int32_t l;
-        uint8_t bytes[4];
-    } content;
+        LxRGBA rgba;      /* kLxPixelRGBA */
+        LxRGB rgb;        /* kLxPixelRGB */
+        uint8_t a;        /* kLxPixelA */
+        float f;          /* kLxPixelF */
+        int32_t l;        /* kLxPixelL */
+        uint8_t bytes[4]; /* any of them */
+    } content;            /* the value */
 } LxColor;
 
 /* White is all four bytes 255 and black is 0, 0, 0, 255, also for the types without alpha. */

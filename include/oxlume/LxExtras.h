@@ -49,10 +49,10 @@ LX_API void LxSVG_SetPaintFlags(uint32_t flags);
 
 /* A control line, in pixels of the picture. What it derives belongs to its ends: build it by LxMorphLine. */
 typedef struct LxMorphLine {
-    int32_t x0, y0, x1, y1;
-    int32_t dx, dy; /* x1 - x0, y1 - y0 */
-    float length;
-    int32_t lengthSquared; /* dx * dx + dy * dy, in 32 bits that wrap */
+    int32_t x0, y0, x1, y1; /* its ends */
+    int32_t dx, dy;         /* x1 - x0, y1 - y0 */
+    float length;           /* the distance of its ends */
+    int32_t lengthSquared;  /* dx * dx + dy * dy, in 32 bits that wrap */
 } LxMorphLine;
 
 /* LxMorphLine(x0, y0, x1, y1) builds a line. Coordinates of up to 20,000 keep all sums within 32 bits; a line
@@ -71,88 +71,87 @@ LX_API LxMorphLine LxMorphLine_Make(int32_t x0, int32_t y0, int32_t x1, int32_t 
 LX_API int32_t LxMorph_Frame(const LxImage *source, LxImage *destination, const LxMorphLine *sourceLines,
                              const LxMorphLine *targetLines, int32_t lineCount, double t);
 
-/* ---- A sheen layer's parameters ----
- *
- * Their indices, for LxSheen_SetLayerValue and its kin. */
+/* ---- A sheen layer's parameters ---- */
 
+/* Their indices, for LxSheen_SetLayerValue and its kin, with the labels that sliders show. */
 typedef enum LxSheenIndex {
-    kLxSheenSymmetry = 0,
-    kLxSheenHeight = 1,
-    kLxSheenInnerSize0 = 2,
-    kLxSheenInnerSize1 = 3,
-    kLxSheenBorderSize0 = 4,
-    kLxSheenBorderSize1 = 5,
-    kLxSheenCenter0 = 6,
-    kLxSheenCenter1 = 7,
-    kLxSheenCenter2 = 8,
-    kLxSheenRotation = 9,
-    kLxSheenCenterRotation = 10,
-    kLxSheenRotationPeriod = 11,
-    kLxSheenCenterPeriod0 = 12,
-    kLxSheenCenterPeriod1 = 13,
-    kLxSheenSwirl = 14,
-    kLxSheenJitter = 15,
-    kLxSheenJitterSpeed = 16,
-    kLxSheenCornerType = 17,
-    kLxSheenProfileType = 18,
-    kLxSheenProfilePar0 = 19,
-    kLxSheenProfilePar1 = 20,
-    kLxSheenProfilePar2 = 21,
-    kLxSheenProfilePar3 = 22,
-    kLxSheenVertCurve = 23,
-    kLxSheenVertShape = 24,
-    kLxSheenVertBorderCurve = 25,
-    kLxSheenVertBorderShape = 26,
-    kLxSheenHorCurve = 27,
-    kLxSheenHorShape = 28,
-    kLxSheenHorBorderCurve = 29,
-    kLxSheenHorBorderShape = 30,
-    kLxSheenVertArch = 31,
-    kLxSheenVertArchShape = 32,
-    kLxSheenHorArch = 33,
-    kLxSheenHorArchShape = 34,
-    kLxSheenCentralArch = 35,
-    kLxSheenCentralArchShape = 36,
-    kLxSheenVertSheer = 37,
-    kLxSheenVertSheerShape = 38,
-    kLxSheenHorSheer = 39,
-    kLxSheenHorSheerShape = 40,
-    kLxSheenVertPerspect = 41,
-    kLxSheenVertPerspectShape = 42,
-    kLxSheenHorPerspect = 43,
-    kLxSheenHorPerspectShape = 44,
-    kLxSheenNoiseAmount = 45,
-    kLxSheenNoiseZoom = 46,
-    kLxSheenNoiseRatio = 47,
-    kLxSheenNoiseFreqMod = 48,
-    kLxSheenNoisePosClip = 49,
-    kLxSheenNoiseNegClip = 50,
-    kLxSheenNoiseVertCurve = 51,
-    kLxSheenNoiseHorCurve = 52,
-    kLxSheenCenterRotationPeriod = 53,
-    kLxSheenElevationDirection = 54,
-    kLxSheenElevationAmount = 55,
-    kLxSheenJitter2 = 56,
-    kLxSheenJitter2Speed = 57,
-    kLxSheenAlphaBlur = 58,
-    kLxSheenAlphaThreshold = 59,
-    kLxSheenLightAzimuth = 60,
-    kLxSheenLightElevation = 61,
-    kLxSheenLightWidth = 62,
-    kLxSheenLightAmbient = 63,
-    kLxSheenLightBrilliance = 64,
-    kLxSheenLightColor_r = 65,
-    kLxSheenLightColor_g = 66,
-    kLxSheenLightColor_b = 67,
-    kLxSheenShadowSoftness = 68,
-    kLxSheenShadowLength = 69,
-    kLxSheenShadowDisplacement = 70,
-    kLxSheenShadowOpacity = 71,
-    kLxSheenShadowStep = 72,
-    kLxSheenShadowColor_r = 73,
-    kLxSheenShadowColor_g = 74,
-    kLxSheenShadowColor_b = 75,
-    kLxSheenParameterCount = 76
+    kLxSheenSymmetry = 0,              /* Angular Symmetry */
+    kLxSheenHeight = 1,                /* Depth */
+    kLxSheenInnerSize0 = 2,            /* Width */
+    kLxSheenInnerSize1 = 3,            /* Height */
+    kLxSheenBorderSize0 = 4,           /* Horizontal Border */
+    kLxSheenBorderSize1 = 5,           /* Vertical Border */
+    kLxSheenCenter0 = 6,               /* Horizontal Position */
+    kLxSheenCenter1 = 7,               /* Vertical Position */
+    kLxSheenCenter2 = 8,               /* Depth Shift */
+    kLxSheenRotation = 9,              /* Local Rotation */
+    kLxSheenCenterRotation = 10,       /* Center Rotation */
+    kLxSheenRotationPeriod = 11,       /* Local Rotation Period */
+    kLxSheenCenterPeriod0 = 12,        /* Horizontal Arch Period */
+    kLxSheenCenterPeriod1 = 13,        /* Vertical Arch Period */
+    kLxSheenSwirl = 14,                /* Swirl Amount */
+    kLxSheenJitter = 15,               /* Jitter1 Amount */
+    kLxSheenJitterSpeed = 16,          /* Jitter1 Frequency */
+    kLxSheenCornerType = 17,           /* Corner Type */
+    kLxSheenProfileType = 18,          /* Profile Type */
+    kLxSheenProfilePar0 = 19,          /* Profile Linearity */
+    kLxSheenProfilePar1 = 20,          /* Profile Symmetry */
+    kLxSheenProfilePar2 = 21,          /* Profile Groove */
+    kLxSheenProfilePar3 = 22,          /* Profile Steps */
+    kLxSheenVertCurve = 23,            /* Vertical Curvature Amount */
+    kLxSheenVertShape = 24,            /* Vertical Curvature Shape */
+    kLxSheenVertBorderCurve = 25,      /* Vertical Border Curvature Amount */
+    kLxSheenVertBorderShape = 26,      /* Vertical Border Curvature Shape */
+    kLxSheenHorCurve = 27,             /* Horizontal Curvature Amount */
+    kLxSheenHorShape = 28,             /* Horizontal Curvature Shape */
+    kLxSheenHorBorderCurve = 29,       /* Horizontal Border Curvature Amount */
+    kLxSheenHorBorderShape = 30,       /* Horizontal Border Curvature Shape */
+    kLxSheenVertArch = 31,             /* Vertical Arch Amount */
+    kLxSheenVertArchShape = 32,        /* Vertical Arch Amount Shape */
+    kLxSheenHorArch = 33,              /* Horizontal Arch Amount */
+    kLxSheenHorArchShape = 34,         /* Horizontal Arch Amount Shape */
+    kLxSheenCentralArch = 35,          /* Central Arch Amount */
+    kLxSheenCentralArchShape = 36,     /* Central Arch Shape */
+    kLxSheenVertSheer = 37,            /* Vertical Sheer Amount */
+    kLxSheenVertSheerShape = 38,       /* Vertical Sheer Shape */
+    kLxSheenHorSheer = 39,             /* Horizontal Sheer Amount */
+    kLxSheenHorSheerShape = 40,        /* Horizontal Sheer Shape */
+    kLxSheenVertPerspect = 41,         /* Vertical Perspective Amount */
+    kLxSheenVertPerspectShape = 42,    /* Vertical Perspective Shape */
+    kLxSheenHorPerspect = 43,          /* Horizontal Perspective Amount */
+    kLxSheenHorPerspectShape = 44,     /* Horizontal Perspective Shape */
+    kLxSheenNoiseAmount = 45,          /* Noise Amount */
+    kLxSheenNoiseZoom = 46,            /* Noise Zoom Level */
+    kLxSheenNoiseRatio = 47,           /* Noise Frequency Ratio */
+    kLxSheenNoiseFreqMod = 48,         /* Noise Turbulence */
+    kLxSheenNoisePosClip = 49,         /* Noise Upper Clip */
+    kLxSheenNoiseNegClip = 50,         /* Noise Lower Clip */
+    kLxSheenNoiseVertCurve = 51,       /* Noise Vertical Curve */
+    kLxSheenNoiseHorCurve = 52,        /* Noise Horizontal Curve */
+    kLxSheenCenterRotationPeriod = 53, /* Center Rotation Period */
+    kLxSheenElevationDirection = 54,   /* Elevation Direction */
+    kLxSheenElevationAmount = 55,      /* Elevation Amount */
+    kLxSheenJitter2 = 56,              /* Jitter2 Amount */
+    kLxSheenJitter2Speed = 57,         /* Jitter2 Frequency */
+    kLxSheenAlphaBlur = 58,            /* reserved */
+    kLxSheenAlphaThreshold = 59,       /* reserved */
+    kLxSheenLightAzimuth = 60,         /* reserved */
+    kLxSheenLightElevation = 61,       /* reserved */
+    kLxSheenLightWidth = 62,           /* reserved */
+    kLxSheenLightAmbient = 63,         /* reserved */
+    kLxSheenLightBrilliance = 64,      /* reserved */
+    kLxSheenLightColor_r = 65,         /* reserved */
+    kLxSheenLightColor_g = 66,         /* reserved */
+    kLxSheenLightColor_b = 67,         /* reserved */
+    kLxSheenShadowSoftness = 68,       /* reserved */
+    kLxSheenShadowLength = 69,         /* reserved */
+    kLxSheenShadowDisplacement = 70,   /* reserved */
+    kLxSheenShadowOpacity = 71,        /* reserved */
+    kLxSheenShadowStep = 72,           /* reserved */
+    kLxSheenShadowColor_r = 73,        /* reserved */
+    kLxSheenShadowColor_g = 74,        /* reserved */
+    kLxSheenShadowColor_b = 75,        /* reserved */
+    kLxSheenParameterCount = 76        /* how many there are */
 } LxSheenIndex;
 
 /* The name by which presets know a parameter: "kSymmetry" for 0. Null beyond 75. Lives as long as the
@@ -174,18 +173,18 @@ LX_API double LxSheen_ParameterDefault(uint32_t parameter);
 /* What becomes of the height `a` under a layer of height `b`, held to 0 to 1. Where that changes the height,
  * the layer's colour is laid on. */
 typedef enum LxSheenMode {
-    kLxSheenAdd = 0,      /* a + b; a new layer's */
-    kLxSheenSubtract = 1, /* a - b */
-    kLxSheenMultiply = 2, /* a * b */
-    kLxSheenPaint = 3,    /* a: only the colour is laid on, where b is above 0 */
-    kLxSheenLarger = 4,
-    kLxSheenSmaller = 5,
-    kLxSheenAddInside = 6, /* inside: where a is not 0 */
-    kLxSheenSubtractInside = 7,
-    kLxSheenMultiplyInside = 8,
-    kLxSheenPaintAgain = 9, /* as kLxSheenPaint */
-    kLxSheenLargerInside = 10,
-    kLxSheenSmallerInside = 11
+    kLxSheenAdd = 0,            /* a + b; a new layer's */
+    kLxSheenSubtract = 1,       /* a - b */
+    kLxSheenMultiply = 2,       /* a * b */
+    kLxSheenPaint = 3,          /* a: only the colour is laid on, where b is above 0 */
+    kLxSheenLarger = 4,         /* the larger */
+    kLxSheenSmaller = 5,        /* the smaller */
+    kLxSheenAddInside = 6,      /* inside: where a is not 0 */
+    kLxSheenSubtractInside = 7, /* a - b, inside */
+    kLxSheenMultiplyInside = 8, /* a * b, inside */
+    kLxSheenPaintAgain = 9,     /* as kLxSheenPaint */
+    kLxSheenLargerInside = 10,  /* the larger, inside */
+    kLxSheenSmallerInside = 11  /* the smaller, inside */
 } LxSheenMode;
 
 /* Answers 0 for a mode that is no LxSheenMode. */
@@ -212,7 +211,7 @@ LX_API LxRGBA LxSheen_LayerColor(const LxSheen *sheen, int32_t layer);
 typedef struct LxSheenLight {
     double azimuth;            /* radians; 2.356194490192345 */
     double elevation;          /* radians; 0.7853981633974483 */
-    double width;              /* the greater, the flatter the relief looks; 255 */
+    double width;              /* the greater, the stronger the relief looks; 255 */
     double ambient;            /* the least light, 0 to 1; 0.20000000298023224 */
     double brilliance;         /* the light's strength, above 1 with highlights; 1 */
     LxRGBA color;              /* white */

@@ -21,8 +21,8 @@
 
 LX_BEGIN_DECLS
 
-typedef struct _LxGC LxGC;
-typedef struct _LxGradient LxGradient;
+typedef struct _LxGC LxGC;             /* An opaque record. */
+typedef struct _LxGradient LxGradient; /* See LxGradient.h. */
 
 /* ---- Creation and deletion ----
  *
@@ -143,21 +143,21 @@ LX_API int32_t LxGC_TextBlendOpacity(const LxGC *gc);
 
 /* The numbers of the attributes. */
 typedef enum LxAttribute {
-    kLxStrokeColor = 1,
-    kLxStrokeWidth = 2,
-    kLxStrokeStyle = 3,
-    kLxStrokeBlend = 4,
-    kLxStrokeGradient = 5,
-    kLxFillColor = 9,
-    kLxFillBlend = 10,
-    kLxFillGradient = 11,
-    kLxImageBlend = 13,
-    kLxTextSize = 15,
-    kLxTextFont = 16,
-    kLxTextColor = 18,
-    kLxTextJust = 19,
-    kLxTextBlend = 20,
-    kLxTextGradient = 21
+    kLxStrokeColor = 1,    /* LxGC_SetStrokeColor */
+    kLxStrokeWidth = 2,    /* LxGC_SetStrokeWidth */
+    kLxStrokeStyle = 3,    /* LxGC_SetStrokeStyle */
+    kLxStrokeBlend = 4,    /* LxGC_SetStrokeBlend */
+    kLxStrokeGradient = 5, /* LxGC_SetStrokeGradient */
+    kLxFillColor = 9,      /* LxGC_SetFillColor */
+    kLxFillBlend = 10,     /* LxGC_SetFillBlend */
+    kLxFillGradient = 11,  /* LxGC_SetFillGradient */
+    kLxImageBlend = 13,    /* LxGC_SetImageBlend */
+    kLxTextSize = 15,      /* LxGC_SetTextSize */
+    kLxTextFont = 16,      /* LxGC_SetTextFont */
+    kLxTextColor = 18,     /* LxGC_SetTextColor */
+    kLxTextJust = 19,      /* LxGC_SetTextJust */
+    kLxTextBlend = 20,     /* LxGC_SetTextBlend */
+    kLxTextGradient = 21   /* LxGC_SetTextGradient */
 } LxAttribute;
 
 /* A mark beside each number from 0 to 22, also those that name no attribute, for callers to use: every setter
@@ -167,7 +167,7 @@ LX_API void LxGC_SetAttrFlag(LxGC *gc, uint32_t id, int32_t value);
 
 /* What paths do, a set of these bits. */
 typedef enum LxRenderMode {
-    kLxRenderFill = 1,
+    kLxRenderFill = 1,  /* drawn first */
     kLxRenderStroke = 2 /* drawn after the fill */
 } LxRenderMode;
 
@@ -184,6 +184,7 @@ LX_API uint32_t LxGC_RenderMode(const LxGC *gc);
 LX_API void LxGC_SetBoundsRectD(LxGC *gc, double x0, double y0, double x1, double y1);
 LX_API void LxGC_SetBoundsRectL(LxGC *gc, int32_t x0, int32_t y0, int32_t x1, int32_t y1);
 
+/* The clip, by the rule above. */
 LX_API void LxGC_SetClipRectD(LxGC *gc, double x0, double y0, double x1, double y1);
 LX_API void LxGC_SetClipRectL(LxGC *gc, int32_t x0, int32_t y0, int32_t x1, int32_t y1);
 LX_API void LxGC_SetClip(LxGC *gc, double x0, double y0, double x1, double y1); /* As LxGC_SetClipRectD. */
@@ -225,13 +226,19 @@ LX_API void LxGC_TransposeD(const LxGC *gc, double *x, double *y);
  *
  * They are drawn by the render mode, through matrix and clip. Each costs one path. */
 
-LX_API void LxGC_Line(LxGC *gc, double x1, double y1, double x2, double y2);
+LX_API void LxGC_Line(LxGC *gc, double x1, double y1, double x2, double y2);  /* from the first point on */
 LX_API void LxGC_Frame(LxGC *gc, double x1, double y1, double x2, double y2); /* a rectangle */
+/* A rectangle whose corners are rounded by the two radii. */
 LX_API void LxGC_RoundFrame(LxGC *gc, double x1, double y1, double x2, double y2, double radiusX,
                             double radiusY);
+/* An ellipse and a circle around (cx, cy). */
 LX_API void LxGC_Ellipse(LxGC *gc, double cx, double cy, double radiusX, double radiusY);
 LX_API void LxGC_Circle(LxGC *gc, double cx, double cy, double radius);
-LX_API void LxGC_Poly(LxGC *gc, const LxPointD *points, int32_t n); /* closed */
+
+/* A closed polygon of `n` points. */
+LX_API void LxGC_Poly(LxGC *gc, const LxPointD *points, int32_t n);
+
+/* A path of the caller's, which is only read. */
 LX_API void LxGC_Path(LxGC *gc, const LxPath *path);
 
 /* ---- Whole pixels ----

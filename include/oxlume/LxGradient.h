@@ -59,7 +59,7 @@ LX_API void LxGradient_Color(LxColor *out, const LxGradient *gradient, int32_t x
 
 /* ---- Shaders ---- */
 
-typedef struct LxShader LxShader;
+typedef struct LxShader LxShader; /* See the structure. */
 
 /* What a fill asks for its colours: built by whoever starts the fill, and of use only while it runs. */
 struct LxShader {

@@ -20,8 +20,8 @@
 
 LX_BEGIN_DECLS
 
-typedef struct _LxImage LxImage;
-typedef struct _LxGC LxGC;
+typedef struct _LxImage LxImage; /* An opaque record; whoever creates one deletes it. */
+typedef struct _LxGC LxGC;       /* See LxGC.h. */
 
 /* ---- Creation and deletion ---- */
 
@@ -65,14 +65,14 @@ LX_API int32_t LxImage_DataSize(const LxImage *image); /* Height times bytes per
  */
 LX_API int32_t LxImage_MemSize(const LxImage *image);
 
-LX_API int32_t LxImage_w(const LxImage *image);
-LX_API int32_t LxImage_h(const LxImage *image);
-LX_API int32_t LxImage_x(const LxImage *image);
-LX_API int32_t LxImage_y(const LxImage *image);
+LX_API int32_t LxImage_w(const LxImage *image);    /* Width in pixels. */
+LX_API int32_t LxImage_h(const LxImage *image);    /* Height in pixels. */
+LX_API int32_t LxImage_x(const LxImage *image);    /* The rectangle's left side. */
+LX_API int32_t LxImage_y(const LxImage *image);    /* The rectangle's top side. */
 LX_API int32_t LxImage_MinX(const LxImage *image); /* As LxImage_x. */
 LX_API int32_t LxImage_MinY(const LxImage *image); /* As LxImage_y. */
-LX_API int32_t LxImage_MaxX(const LxImage *image);
-LX_API int32_t LxImage_MaxY(const LxImage *image);
+LX_API int32_t LxImage_MaxX(const LxImage *image); /* x + width. */
+LX_API int32_t LxImage_MaxY(const LxImage *image); /* y + height. */
 
 /* These answer the all-zero point or rectangle for a null image. */
 LX_API LxPointL LxImage_Pos(const LxImage *image);    /* x, y */
@@ -81,11 +81,11 @@ LX_API LxPointL LxImage_Center(const LxImage *image); /* x + width / 2, y + heig
 LX_API LxRectL LxImage_RectL(const LxImage *image);
 LX_API LxRectD LxImage_RectD(const LxImage *image);
 
-LX_API int32_t LxImage_isPlanar(const LxImage *image); /* Always 0. */
-LX_API int32_t LxImage_isFlipped(const LxImage *image);
-LX_API int32_t LxImage_isTiled(const LxImage *image);
-LX_API int32_t LxImage_isEmpty(const LxImage *image); /* The caller's mark; 1 for null. */
-LX_API int32_t LxImage_isSegmented(const LxImage *image);
+LX_API int32_t LxImage_isPlanar(const LxImage *image);    /* Always 0. */
+LX_API int32_t LxImage_isFlipped(const LxImage *image);   /* Rows are stored bottom-up. */
+LX_API int32_t LxImage_isTiled(const LxImage *image);     /* It is a sheet of tiles. */
+LX_API int32_t LxImage_isEmpty(const LxImage *image);     /* The caller's mark; 1 for null. */
+LX_API int32_t LxImage_isSegmented(const LxImage *image); /* It is cut into segments. */
 LX_API int32_t LxImage_SegmentType(const LxImage *image); /* The segment layout, 1 to 7, or 0 for none. */
 
 /* ---- Writing the record ---- */
@@ -234,9 +234,11 @@ LX_API void LxImage_FlipinRect(LxImage *image, int32_t x0, int32_t y0, int32_t x
  *
  * Entry points without effect, kept so that clients link. */
 
+/* Do nothing. */
 LX_API void LxImage_Distort(LxImage *image);
 LX_API void LxImage_Convolve(LxImage *image);
 LX_API void LxImage_Blur(LxImage *image);
+
 LX_API LxImage *LxImage_Resize(LxImage *image); /* Answers its argument. */
 LX_API int32_t LxImage_BlendSpan(LxImage *image, int32_t x0, int32_t x1, int32_t y, LxColor color,
                                  LxBlend blend); /* Answers 0. */

@@ -8,8 +8,10 @@
 
 LX_BEGIN_DECLS
 
+/* A line segment. */
 typedef struct LxLineD {
-    double x0, y0, x1, y1;
+    double x0, y0; /* the first point */
+    double x1, y1; /* the second point */
 } LxLineD;
 
 LX_API extern const LxLineD LxLineD_0; /* all zero */

@@ -11,14 +11,18 @@
 
 LX_BEGIN_DECLS
 
+/* A transform. */
 typedef struct LxMatrix {
-    double m0, m1, m2, m3, m4, m5, m6, m7, m8;
+    double m0, m1, m2; /* the row that gives x' */
+    double m3, m4, m5; /* the row that gives y' */
+    double m6, m7, m8; /* carried along */
 } LxMatrix;
 
 /* The platform's affine transform of single precision. CGAffineTransform is an alias of it, except in
  * Objective-C, whose headers take that name, and where OXLUME_NO_CGAFFINETRANSFORM is defined. */
 typedef struct LxCGAffineTransform {
-    float a, b, c, d, tx, ty;
+    float a, b, c, d; /* x' = a*x + c*y + tx, y' = b*x + d*y + ty */
+    float tx, ty;     /* the translation */
 } LxCGAffineTransform;
 
 LX_API extern const LxMatrix LxMatrix_0; /* the identity, not the zero matrix */
@@ -83,7 +87,7 @@ LX_API void LxMatrix_GetInverse(LxMatrix *out, const LxMatrix *matrix);
 LX_END_DECLS
 
 #if !defined(OXLUME_NO_CGAFFINETRANSFORM) && !defined(__OBJC__)
-typedef LxCGAffineTransform CGAffineTransform;
+typedef LxCGAffineTransform CGAffineTransform; /* By the platform's name. */
 #endif
 
 #endif

@@ -14,7 +14,7 @@ struct CGImage;
 
 /* What stands behind an image, and what LxImage_Delete does with it. */
 typedef enum LxNativeType {
-    kLxNativeNone = 0,
+    kLxNativeNone = 0,            /* an ordinary image */
     kLxNativeCGImage = 1,         /* a CGImage: released */
     kLxNativeNSImage = 2,         /* an NSImage: left alone, though its pixels go with the image */
     kLxNativeNSBitmapImageRep = 3 /* an NSBitmapImageRep: left alone */

@@ -16,7 +16,7 @@
 
 LX_BEGIN_DECLS
 
-typedef struct LxPath LxPath;
+typedef struct LxPath LxPath; /* An opaque record. */
 
 /* The first word of an item tells its kind. Behind it stand the points' x and y as floats; coordinates are
  * absolute. */
@@ -48,6 +48,7 @@ LX_API void LxPath_Add(LxPath *dst, const LxPath *src);
 /* Makes `dst` a copy of `src`; does nothing if they are the same path. */
 LX_API void LxPath_Copy(LxPath *dst, const LxPath *src);
 
+/* A new path with the items of `src`. */
 LX_API LxPath *LxPath_CreateCopy(const LxPath *src);
 
 /* A plain copy: `clip` is never looked at, and may be null. To clip, call LxPath_Clip on the result. */
@@ -55,11 +56,16 @@ LX_API LxPath *LxPath_CreateClipped(const LxPath *src, const LxRectD *clip);
 
 /* ---- Appending one item ---- */
 
+/* Start a subpath at (x, y), and draw a line from the pen to (x, y). */
 LX_API void LxPath_AddMoveTo(LxPath *path, double x, double y);
 LX_API void LxPath_AddLineTo(LxPath *path, double x, double y);
+
+/* Draw a quadratic curve with one control point, and a cubic one with two, from the pen to (x, y). */
 LX_API void LxPath_AddQCurveTo(LxPath *path, double cx, double cy, double x, double y);
 LX_API void LxPath_AddCurveTo(LxPath *path, double c1x, double c1y, double c2x, double c2y, double x,
                               double y);
+
+/* Closes the subpath by a line to its start. */
 LX_API void LxPath_AddClose(LxPath *path);
 
 /* An arc is storage only: it draws nothing and does not move the pen. A transform moves its two points and
@@ -174,11 +180,12 @@ LX_API LxPath *LxPath_CreateTransformed(const LxPath *path, const LxMatrix *matr
  * word 15 if it was closed. */
 LX_API LxPath *LxPath_CreatePointArray(const LxPath *path, const LxMatrix *matrix);
 
+/* What LxPath_Info counts. */
 typedef struct LxPathInfo {
     int32_t reserved1, reserved2, reserved3; /* 0 */
     int32_t points;                          /* moves + lines: the vertices to provide for */
     int32_t lines;                           /* segments after flattening */
-    int32_t moves;
+    int32_t moves;                           /* subpaths begun */
     int32_t reserved4, reserved5, reserved6; /* 0 */
 } LxPathInfo;
 

@@ -21,6 +21,7 @@ typedef void (*LxPathEndCallback)(LxPathIterator *iterator);
 /* Any of them: cast yours to this type for LxPathIterator_SetCallback. */
 typedef void (*LxPathCallback)(void);
 
+/* Which callback LxPathIterator_SetCallback sets. */
 typedef enum LxPathCallbackKind {
     kLxPathOnMove = 0,      /* LxPathMoveCallback: a subpath starts */
     kLxPathOnSegment = 1,   /* LxPathSegmentCallback: one straight segment */

@@ -6,12 +6,14 @@
 
 LX_BEGIN_DECLS
 
+/* A point of whole numbers, or a size. */
 typedef struct LxPointL {
-    int32_t x, y;
+    int32_t x, y; /* to the right, and downwards */
 } LxPointL;
 
+/* A point, or a vector of the plane. */
 typedef struct LxPointD {
-    double x, y;
+    double x, y; /* to the right, and downwards */
 } LxPointD;
 
 LX_API extern const LxPointL LxPointL_0; /* (0, 0) */

@@ -22,10 +22,10 @@ LX_BEGIN_DECLS
 
 struct _cairo_surface; /* cairo_surface_t */
 
-typedef struct CGContext *CGContextRef;
-typedef struct CGImage *CGImageRef;
-typedef struct CGDataProvider *CGDataProviderRef;
-typedef struct CGColorSpace *CGColorSpaceRef;
+typedef struct CGContext *CGContextRef;           /* What is drawn on. */
+typedef struct CGImage *CGImageRef;               /* A picture or a mask. */
+typedef struct CGDataProvider *CGDataProviderRef; /* The memory behind a picture. */
+typedef struct CGColorSpace *CGColorSpaceRef;     /* What a picture's components mean. */
 
 /* ---- Contexts ----
  *
@@ -48,7 +48,7 @@ LX_API CGContextRef LxQuartz_CreateWithSurfaceYUp(struct _cairo_surface *surface
 LX_API CGContextRef LxQuartz_CreateWithPixels(void *pixels, int32_t width, int32_t height, int32_t rowBytes);
 
 LX_API CGContextRef CGContextRetain(CGContextRef context); /* Answers its argument. */
-LX_API void CGContextRelease(CGContextRef context);
+LX_API void CGContextRelease(CGContextRef context);        /* Gives one reference back. */
 
 /* Both hand everything that was drawn to the surface. */
 LX_API void CGContextSynchronize(CGContextRef context);
@@ -66,7 +66,7 @@ LX_API void CGContextRestoreGState(CGContextRef context);
  * Under a transform that has no inverse, as one of zeros, everything has shrunk to a line or a point: no new
  * path has an area, and strokes, pictures and text do not show. */
 
-LX_API LxCGAffineTransform CGContextGetCTM(CGContextRef context);
+LX_API LxCGAffineTransform CGContextGetCTM(CGContextRef context); /* The transform as it stands. */
 
 /* Puts `transform` before the context's own. One with an element that is not finite, which the inverse of a
  * transform without an inverse is, gives the identity: cancelling a transform by its inverse works for any.
@@ -75,6 +75,7 @@ LX_API void CGContextConcatCTM(CGContextRef context, LxCGAffineTransform transfo
 
 /* ---- Attributes ---- */
 
+/* The colours of fills and of strokes. */
 LX_API void CGContextSetRGBFillColor(CGContextRef context, float red, float green, float blue, float alpha);
 LX_API void CGContextSetRGBStrokeColor(CGContextRef context, float red, float green, float blue, float alpha);
 
@@ -84,14 +85,15 @@ LX_API void CGContextSetAlpha(CGContextRef context, float alpha);
 /* In user space; at 0 and below strokes do not show. */
 LX_API void CGContextSetLineWidth(CGContextRef context, float width);
 
+/* How pictures are scaled. */
 typedef enum CGInterpolationQuality {
     kCGInterpolationDefault = 0, /* as the picture says */
-    kCGInterpolationNone = 1,
-    kCGInterpolationLow = 2,
-    kCGInterpolationHigh = 3
+    kCGInterpolationNone = 1,    /* the nearest pixel */
+    kCGInterpolationLow = 2,     /* between pixels */
+    kCGInterpolationHigh = 3     /* as well as can be */
 } CGInterpolationQuality;
 
-/* How pictures are scaled. Other values do nothing. */
+/* Sets a CGInterpolationQuality. Other values do nothing. */
 LX_API void CGContextSetInterpolationQuality(CGContextRef context, int32_t quality);
 
 /* ---- Paths ----
@@ -99,16 +101,19 @@ LX_API void CGContextSetInterpolationQuality(CGContextRef context, int32_t quali
  * Lines and closes without a current point do nothing. */
 
 LX_API void CGContextBeginPath(CGContextRef context); /* Empties the path. */
+
+/* Begin a subpath at a point, draw a line to a point, and close the subpath. */
 LX_API void CGContextMoveToPoint(CGContextRef context, float x, float y);
 LX_API void CGContextAddLineToPoint(CGContextRef context, float x, float y);
 LX_API void CGContextClosePath(CGContextRef context);
 
+/* What drawing a path does. */
 typedef enum CGPathDrawingMode {
-    kCGPathFill = 0,   /* by the non-zero rule */
-    kCGPathEOFill = 1, /* by the even-odd rule */
-    kCGPathStroke = 2, /* butt ends, mitred up to ten times the width */
-    kCGPathFillStroke = 3,
-    kCGPathEOFillStroke = 4
+    kCGPathFill = 0,        /* by the non-zero rule */
+    kCGPathEOFill = 1,      /* by the even-odd rule */
+    kCGPathStroke = 2,      /* butt ends, mitred up to ten times the width */
+    kCGPathFillStroke = 3,  /* a fill by the non-zero rule, then a stroke */
+    kCGPathEOFillStroke = 4 /* a fill by the even-odd rule, then a stroke */
 } CGPathDrawingMode;
 
 /* Draw the path and empty it. Another mode does neither. */
@@ -120,22 +125,24 @@ LX_API void CGContextFillRect(CGContextRef context, LxCGRect rect);
 
 /* ---- Text ---- */
 
+/* What the bytes of a text mean. */
 typedef enum CGTextEncoding {
     kCGEncodingFontSpecific = 0, /* the code points 0 to 255 */
-    kCGEncodingMacRoman = 1
+    kCGEncodingMacRoman = 1      /* the classic Roman character set */
 } CGTextEncoding;
 
 /* The font that the system offers for a name, in UTF-8, and its size in user space. */
 LX_API void CGContextSelectFont(CGContextRef context, const char *name, float size, int32_t encoding);
 
+/* What drawing text does. */
 typedef enum CGTextDrawingMode {
-    kCGTextFill = 0,
-    kCGTextStroke = 1,
-    kCGTextFillStroke = 2,
-    kCGTextInvisible = 3
+    kCGTextFill = 0,       /* filled letters */
+    kCGTextStroke = 1,     /* their outlines */
+    kCGTextFillStroke = 2, /* both */
+    kCGTextInvisible = 3   /* nothing */
 } CGTextDrawingMode;
 
-/* Other values do nothing. */
+/* Sets a CGTextDrawingMode. Other values do nothing. */
 LX_API void CGContextSetTextDrawingMode(CGContextRef context, int32_t mode);
 
 /* Draws `length` bytes with the first glyph's baseline point at (x, y). Control characters are left out, and
@@ -160,14 +167,15 @@ LX_API CGColorSpaceRef CGColorSpaceCreateDeviceRGB(void);
 LX_API CGColorSpaceRef CGColorSpaceCreateDeviceGray(void);
 LX_API void CGColorSpaceRelease(CGColorSpaceRef space);
 
+/* Where a pixel's alpha stands, and whether its colours are multiplied by it. */
 typedef enum CGImageAlphaInfo {
-    kCGImageAlphaNone = 0,
-    kCGImageAlphaPremultipliedLast = 1,
-    kCGImageAlphaPremultipliedFirst = 2,
-    kCGImageAlphaLast = 3,
-    kCGImageAlphaFirst = 4,
-    kCGImageAlphaNoneSkipLast = 5,
-    kCGImageAlphaNoneSkipFirst = 6
+    kCGImageAlphaNone = 0,               /* no alpha */
+    kCGImageAlphaPremultipliedLast = 1,  /* r, g, b, a; multiplied */
+    kCGImageAlphaPremultipliedFirst = 2, /* a, r, g, b; multiplied */
+    kCGImageAlphaLast = 3,               /* r, g, b, a */
+    kCGImageAlphaFirst = 4,              /* a, r, g, b */
+    kCGImageAlphaNoneSkipLast = 5,       /* r, g, b and a byte that does not count */
+    kCGImageAlphaNoneSkipFirst = 6       /* a byte that does not count and r, g, b */
 } CGImageAlphaInfo;
 
 /* A picture over a provider's memory, which it retains: top row first, 8 bits per component, and per pixel 8
@@ -187,8 +195,9 @@ LX_API CGImageRef CGImageMaskCreate(size_t width, size_t height, size_t bitsPerC
                                     int32_t shouldInterpolate);
 
 LX_API CGImageRef CGImageRetain(CGImageRef image); /* Answers its argument. */
-LX_API void CGImageRelease(CGImageRef image);
+LX_API void CGImageRelease(CGImageRef image);      /* Gives one reference back. */
 
+/* What the picture was made with. */
 LX_API size_t CGImageGetWidth(CGImageRef image);
 LX_API size_t CGImageGetHeight(CGImageRef image);
 LX_API size_t CGImageGetBitsPerPixel(CGImageRef image);

@@ -11,18 +11,23 @@
 
 LX_BEGIN_DECLS
 
+/* A rectangle of whole numbers. */
 typedef struct LxRectL {
-    int32_t x0, y0, x1, y1;
+    int32_t x0, y0; /* the first corner: left and top once sorted */
+    int32_t x1, y1; /* the second corner: right and bottom once sorted */
 } LxRectL;
 
+/* A rectangle. */
 typedef struct LxRectD {
-    double x0, y0, x1, y1;
+    double x0, y0; /* the first corner: left and top once sorted */
+    double x1, y1; /* the second corner: right and bottom once sorted */
 } LxRectD;
 
 /* The platform's rectangle of single precision, by origin and size. CGRect is an alias of it, except in
  * Objective-C, whose headers take that name, and where OXLUME_NO_CGRECT is defined. */
 typedef struct LxCGRect {
-    float x, y, width, height;
+    float x, y;          /* the origin */
+    float width, height; /* the size */
 } LxCGRect;
 
 LX_API extern const LxRectL LxRectL_0; /* all zero */
@@ -114,7 +119,7 @@ LX_API int32_t LxRectD_clipLineD(LxRectD rect, double *x0, double *y0, double *x
 LX_END_DECLS
 
 #if !defined(OXLUME_NO_CGRECT) && !defined(__OBJC__)
-typedef LxCGRect CGRect;
+typedef LxCGRect CGRect; /* By the platform's name. */
 #endif
 
 #endif

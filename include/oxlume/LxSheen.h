@@ -24,7 +24,7 @@
 
 LX_BEGIN_DECLS
 
-typedef struct _LxSheen LxSheen;
+typedef struct _LxSheen LxSheen; /* An opaque object. */
 
 /* ---- Creation and deletion ---- */
 

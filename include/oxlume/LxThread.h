@@ -8,13 +8,16 @@
 
 LX_BEGIN_DECLS
 
-enum { kLxThreadKeyMagic = 0x11223344 };
+/* What `magic` holds in a slot that has been created. */
+enum {
+    kLxThreadKeyMagic = 0x11223344 /* its value */
+};
 
 /* A slot of per-thread data. Keep it in static memory, so that it starts zeroed; it creates itself on first
  * use. */
 typedef struct LxThreadKey {
-    pthread_key_t key;
-    uint32_t magic; /* kLxThreadKeyMagic once `key` has been created, anything else before */
+    pthread_key_t key; /* the system's */
+    uint32_t magic;    /* kLxThreadKeyMagic once `key` has been created, anything else before */
 } LxThreadKey;
 
 /* The calling thread, as pthread_self tells it. */

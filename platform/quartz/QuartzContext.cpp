@@ -61,8 +61,7 @@ UserSpace::UserSpace(CGContext &context) : context_(context) {
         path_ = cairo_copy_path(cairo);
     cairo_new_path(cairo);
     cairo_save(cairo);
-    const cairo_matrix_t matrix = context.matrix();
-    cairo_set_matrix(cairo, &matrix);
+    cairo_set_matrix(cairo, &context.matrix());
 }
 
 UserSpace::~UserSpace() {
@@ -84,7 +83,9 @@ using namespace lx;
 // ---- The context ----
 
 CGContext::CGContext(SurfaceHandle owned, const QuartzTarget &target)
-    : surface(std::move(owned)), target(target), cairo(cairo_create(surface.get())) {}
+    : surface(std::move(owned)), target(target), cairo(cairo_create(surface.get())) {
+    setTransform(identityTransform);
+}
 
 CGContext::~CGContext() {
     while (states != &base)
@@ -103,22 +104,11 @@ void CGContext::restore() {
         delete std::exchange(states, states->below);
 }
 
-cairo_matrix_t CGContext::matrix() {
-    const auto &[a, b, c, d, tx, ty] = state().transform;
-    if (target.yGrowsUp)
-        return {a, -double{b}, c, -double{d}, tx, target.height - ty};
-    return {a, b, c, d, tx, ty};
-}
-
-bool CGContext::locate(double &x, double &y) {
-    const cairo_matrix_t m = matrix();
-    const double targetX = m.xx * x + m.xy * y + m.x0;
-    const double targetY = m.yx * x + m.yy * y + m.y0;
-    if (!std::isfinite(targetX) || !std::isfinite(targetY))
-        return false;
-    x = std::clamp(targetX, -maxCoordinate, maxCoordinate);
-    y = std::clamp(targetY, -maxCoordinate, maxCoordinate);
-    return true;
+void CGContext::setTransform(const LxCGAffineTransform &transform) {
+    const auto &[a, b, c, d, tx, ty] = transform;
+    state().transform = transform;
+    state().toTarget = target.yGrowsUp ? cairo_matrix_t{a, -double{b}, c, -double{d}, tx, target.height - ty}
+                                       : cairo_matrix_t{a, b, c, d, tx, ty};
 }
 
 void CGContext::setInk(const QuartzColor &color) {
@@ -142,8 +132,7 @@ void CGContext::stroke() {
         return;
     setInk(state().stroke);
     cairo_set_line_width(cairo.get(), width);
-    const cairo_matrix_t userSpace = matrix();
-    cairo_set_matrix(cairo.get(), &userSpace);
+    cairo_set_matrix(cairo.get(), &matrix());
     cairo_stroke_preserve(cairo.get());
     cairo_identity_matrix(cairo.get());
 }
@@ -214,8 +203,8 @@ LxCGAffineTransform CGContextGetCTM(CGContextRef context) {
 void CGContextConcatCTM(CGContextRef context, LxCGAffineTransform transform) {
     if (context == nullptr)
         return;
-    LxCGAffineTransform &current = context->state().transform;
-    current = isFinite(transform) ? concatenate(transform, current) : identityTransform;
+    const LxCGAffineTransform &current = context->state().transform;
+    context->setTransform(isFinite(transform) ? concatenate(transform, current) : identityTransform);
 }
 
 void CGContextSetRGBFillColor(CGContextRef context, float red, float green, float blue, float alpha) {

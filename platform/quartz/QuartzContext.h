@@ -4,6 +4,8 @@
 // the moments in which something is drawn in user space.
 #pragma once
 
+#include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <memory>
 
@@ -65,6 +67,7 @@ struct QuartzFont {
 // What CGContextSaveGState keeps.
 struct GraphicsState {
     LxCGAffineTransform transform = identityTransform;
+    cairo_matrix_t toTarget = {}; // the same from user space to the target, in cairo's form
     QuartzColor fill, stroke;
     double alpha = 1;
     double lineWidth = 1;
@@ -100,11 +103,24 @@ struct CGContext : lx::Counted {
     void save();
     void restore();
 
+    void setTransform(const LxCGAffineTransform &transform);
+
     // The user space's transform to the target, in cairo's form.
-    cairo_matrix_t matrix();
+    const cairo_matrix_t &matrix() { return state().toTarget; }
 
     // A point of user space on the target, cut to what cairo can hold; false if it is not finite.
-    bool locate(double &x, double &y);
+    bool locate(double &x, double &y) {
+        const cairo_matrix_t &m = matrix();
+        const double targetX = m.xx * x + m.xy * y + m.x0;
+        const double targetY = m.yx * x + m.yy * y + m.y0;
+        const bool isWithin =
+            std::abs(targetX) <= lx::maxCoordinate && std::abs(targetY) <= lx::maxCoordinate;
+        if (!isWithin && (!std::isfinite(targetX) || !std::isfinite(targetY)))
+            return false;
+        x = isWithin ? targetX : std::clamp(targetX, -lx::maxCoordinate, lx::maxCoordinate);
+        y = isWithin ? targetY : std::clamp(targetY, -lx::maxCoordinate, lx::maxCoordinate);
+        return true;
+    }
 
     void setInk(const lx::QuartzColor &color);
 

@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "image/Image.h"
+#include "tests/fuzz/FarOut.h"
 #include "tools/DrawScript.h"
 #include "tools/Failure.h"
 
@@ -20,10 +21,12 @@ tool::ImageHandle makeImage(const std::string &name) {
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
+    if (lx::fuzz::isTooFarOut(data, size))
+        return 0;
     tool::Drawing drawing(makeImage);
     try {
         tool::drawScript({reinterpret_cast<const char *>(data), size}, "script", drawing,
-                         {.bytes = 4096, .side = 64});
+                         {.bytes = 4096, .side = 32});
     } catch (const tool::Failure &) {
     }
     return 0;

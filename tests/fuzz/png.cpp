@@ -1,19 +1,18 @@
 // Any bytes as a PNG file: read as an image, or refused with a Failure.
 
-#include <cstdio>
-#include <string>
-#include <sys/mman.h>
-#include <unistd.h>
-
+#include "tests/fuzz/MemoryFile.h"
 #include "tools/Failure.h"
 #include "tools/PngFile.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    static const int file = memfd_create("picture", 0);
-    if (ftruncate(file, 0) != 0 || pwrite(file, data, size, 0) != static_cast<ssize_t>(size))
-        return 0;
+    // Large pictures take time and tell nothing: the sides stand at the beginning, highest byte first.
+    constexpr size_t sidesAt = 16, sidesEnd = 24;
+    for (size_t i = sidesAt; i < sidesEnd && i < size; ++i)
+        if (i % 4 != 3 && data[i] != 0)
+            return 0;
+    static lx::fuzz::MemoryFile file;
     try {
-        tool::readPng("/proc/self/fd/" + std::to_string(file));
+        tool::readPng(file.store(data, size));
     } catch (const tool::Failure &) {
     }
     return 0;

@@ -57,6 +57,21 @@ void forEveryLevel(Check check) {
     capVectorLevel(bestVectorLevel());
 }
 
+// In place each frame reads what the one before wrote, and so shows how far the lines had gone in it. Rows
+// smear, as their pixels are overwritten from the left.
+void expectShifts(Random &random, int32_t distance, const std::vector<int32_t> &shifts) {
+    const ImageHandle image = makeNoise(random, kLxPixelA, 30, 4);
+    std::vector<uint8_t> expected(data(image), data(image) + 120);
+    for (const int32_t shift : shifts)
+        for (size_t i = 0; i < 120; ++i) {
+            const auto x = static_cast<int32_t>(i % 30);
+            expected[i] = expected[i - static_cast<size_t>(std::min(shift, x))];
+        }
+    morph(image, image, {morphLine(5, 0, 5, 3)}, {morphLine(5 + distance, 0, 5 + distance, 3)},
+          static_cast<int32_t>(shifts.size()));
+    EXPECT_EQ(std::memcmp(data(image), expected.data(), 120), 0) << distance;
+}
+
 } // namespace
 
 TEST(Morph, EqualLinesCopyTheSource) {
@@ -192,19 +207,15 @@ TEST(Morph, TakesAHundredLinesAndMore) {
 
 TEST(Morph, OfAnImageOntoItselfEveryFrameReadsWhatTheOneBeforeWrote) {
     Random random;
-    const ImageHandle once = makeNoise(random, kLxPixelA, 30, 4);
-    const ImageHandle image = makeImage(kLxPixelA, 30, 4);
-    std::memcpy(data(image), data(once), 120);
-    // Frame 1 moves by 3 and frame 2 by 6; in place, rows smear as their pixels are overwritten from the
-    // left.
-    morph(image, image, {morphLine(5, 0, 5, 3)}, {morphLine(11, 0, 11, 3)}, 2);
-    std::vector<uint8_t> expected(data(once), data(once) + 120);
-    for (const int32_t shift : {3, 6})
-        for (size_t i = 0; i < 120; ++i) {
-            const auto x = static_cast<int32_t>(i % 30);
-            expected[i] = expected[i - static_cast<size_t>(std::min(shift, x))];
-        }
-    EXPECT_EQ(std::memcmp(data(image), expected.data(), 120), 0);
+    expectShifts(random, 6, {3, 6});
+}
+
+// 0.33333334, 0.6666667 and 1 of the way in single precision: of 3 and of 24 just the whole thirds, not a
+// hair less, which would be cut to one pixel less.
+TEST(Morph, InThreeFramesTheLinesGoByThirds) {
+    Random random;
+    expectShifts(random, 3, {1, 2, 3});
+    expectShifts(random, 24, {8, 16, 24});
 }
 
 TEST(Morph, AnyLinesAreSafe) {

@@ -3,6 +3,7 @@
 #include "image/Image.h"
 #include "tests/support/PngBytes.h"
 #include "tests/support/Program.h"
+#include "tools/Canvas.h"
 #include "tools/PngFile.h"
 
 using namespace lx::test;
@@ -80,16 +81,39 @@ TEST(ModesCommand, WritesASheetAPageAndAPictureAMode) {
     EXPECT_EQ(result.status, 0) << result.errors;
     const tool::ImageHandle sheet = tool::readPng(folder / "out/sheet.png");
     EXPECT_EQ(LxImage_w(sheet.get()), 8 * (4 + 6) + 6);
-    EXPECT_EQ(LxImage_h(sheet.get()), 6 * (2 + 6) + 6);
+    EXPECT_EQ(LxImage_h(sheet.get()), 6 * (2 + 14 + 6) + 6);
     // Difference is mode 16: the first of the third row.
     LxColor color;
-    LxImage_PixelAt(sheet.get(), 6, 6 + 2 * 8, &color);
+    LxImage_PixelAt(sheet.get(), 6, 6 + 2 * 22, &color);
     EXPECT_EQ(color.content.rgba.r, 100);
     const tool::ImageHandle add = tool::readPng(folder / "out/Add.png");
     LxImage_PixelAt(add.get(), 3, 1, &color);
     EXPECT_EQ(color.content.rgba.g, 255);
     const std::string page = readFile(folder / "out/index.html");
     EXPECT_NE(page.find("<img src=\"NoName10.png\""), std::string::npos);
+}
+
+TEST(ModesCommand, WritesTheNamesUnderThePictures) {
+    if (!tool::hasQuartzCanvas)
+        GTEST_SKIP() << "built without text";
+    const TemporaryFolder folder;
+    writeFile(folder / "white.png",
+              pngFile(50, 2, 8, 0, std::vector<std::string>(2, std::string(50, '\xff'))));
+    const std::string white = folder / "white.png";
+    EXPECT_EQ(runProgram("modes " + white + " " + white + " -o " + (folder / "out").string()).status, 0);
+    const tool::ImageHandle sheet = tool::readPng(folder / "out/sheet.png");
+    const auto ink = [&](int32_t mode) {
+        int32_t sum = 0;
+        const int32_t left = 6 + mode % 8 * 56, top = 6 + mode / 8 * 22 + 2;
+        for (int32_t y = top; y < top + 14; ++y)
+            for (int32_t x = left; x < left + 50; ++x)
+                sum += 136 - lx::rowAddress(*sheet, y)[x * 4];
+        return sum;
+    };
+    for (int32_t mode = 0; mode < 44; ++mode)
+        EXPECT_GT(ink(mode), 136 * 15) << mode;
+    EXPECT_GT(ink(22), ink(1)) << "Saturation is longer than Src";
+    EXPECT_EQ(ink(44), 0) << "there is no such mode";
 }
 
 TEST(ModesCommand, ReducesLargePicturesAndListsNames) {

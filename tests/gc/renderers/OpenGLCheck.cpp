@@ -6,9 +6,10 @@
 #include <string>
 
 #include "tests/gc/renderers/OpenGLScene.h"
-#include "tests/support/OffscreenGL.h"
+#include "tools/OffscreenGL.h"
 
 using namespace lx::test;
+using tool::OffscreenGL, tool::offscreenDisplays;
 
 namespace {
 

@@ -12,11 +12,13 @@
 
 #include "tests/gc/Recorder.h"
 #include "tests/gc/renderers/OpenGLRecorder.h"
-#include "tests/support/OffscreenGL.h"
+#include "tests/support/ImageHandle.h"
 #include "tests/support/Random.h"
+#include "tools/OffscreenGL.h"
 
 using namespace lx;
 using namespace lx::test;
+using tool::OffscreenGL;
 
 namespace {
 

@@ -4,10 +4,11 @@
 
 #include "tests/gc/Recorder.h"
 #include "tests/gc/renderers/OpenGLScene.h"
-#include "tests/support/OffscreenGL.h"
+#include "tools/OffscreenGL.h"
 
 using namespace lx;
 using namespace lx::test;
+using tool::OffscreenGL;
 
 namespace {
 

@@ -121,21 +121,25 @@ TEST(SampleRowsTest, GiveEachRowsSums) {
     };
     for (int round = 0; round < 20; ++round) {
         SampleList list = {};
-        for (int i = random.integer(1, 30); i > 0; --i)
-            list.addEdge(random.real(-5, 2000), random.real(-5, 300), random.real(0, 2000),
-                         random.real(0, 300));
+        const bool upright = random.coin();
+        for (int i = random.integer(1, upright ? 4 : 30); i > 0; --i) {
+            const double x = random.real(-5, 2000);
+            list.addEdge(x, random.real(-5, 300), upright ? x : random.real(0, 2000), random.real(0, 300));
+        }
         // The naive way: a sum for each pixel.
         std::map<std::pair<int32_t, int32_t>, Sums> expected, actual;
         SampleRows rows(list);
-        ASSERT_FALSE(rows.wrapped());
-        for (int32_t y = rows.first(); y <= rows.last(); ++y) {
+        ASSERT_FALSE(rows.areWords());
+        for (int32_t y = rows.first(); y <= rows.last();) {
             int32_t before = -1;
-            rows.read(y, sharedCells());
+            const int32_t end = y + rows.read(y, sharedCells());
             sharedCells().drain([&](int32_t x, const CellSums &sums, int32_t winding) {
                 EXPECT_GT(x, before);
                 before = x;
-                actual[{y, x}] = {sums.rise, sums.fall, winding};
+                for (int32_t row = y; row < end; ++row)
+                    actual[{row, x}] = {sums.rise, sums.fall, winding};
             });
+            y = end;
         }
         for (const uint32_t w : list.sort()) {
             const Sample sample = {w};
@@ -147,12 +151,63 @@ TEST(SampleRowsTest, GiveEachRowsSums) {
     }
 }
 
-TEST(SampleRowsTest, TellWhereRowsWrap) {
+TEST(SampleRowsTest, TellHowManyRowsAreAlike) {
+    SampleList list = {};
+    list.addEdge(3, 1.5, 3, 20);
+    list.addEdge(9, 4, 9, 10.25);
+    std::vector<std::pair<int32_t, int32_t>> steps;
+    SampleRows rows(list);
+    for (int32_t y = rows.first(); y <= rows.last(); y += steps.back().second) {
+        steps.emplace_back(y, rows.read(y, sharedCells()));
+        sharedCells().drain([](int32_t, const CellSums &, int32_t) {});
+    }
+    // The half row alone, the rows up to the second edge, those of both, the one where it ends, the rest.
+    EXPECT_EQ(steps, (std::vector<std::pair<int32_t, int32_t>>{{1, 1}, {2, 2}, {4, 6}, {10, 1}, {11, 9}}));
+}
+
+TEST(SampleRowsTest, GiveWayToWordsWhereRowsWrap) {
     SampleList list = {};
     list.addEdge(1, 2046, 1, 2048);
-    EXPECT_FALSE(SampleRows(list).wrapped());
+    EXPECT_FALSE(SampleRows(list).areWords());
     list.addEdge(1, 2048, 1, 2049);
-    EXPECT_TRUE(SampleRows(list).wrapped());
+    EXPECT_TRUE(SampleRows(list).areWords());
+    list.restart();
+    list.addEdge(2048, 3, 2048, 4);
+    EXPECT_TRUE(SampleRows(list).areWords());
     const SampleList empty = {};
     EXPECT_GT(SampleRows(empty).first(), SampleRows(empty).last());
+}
+
+// Lists that write over each other's samples, beside an array that does.
+TEST(SampleRowsTest, ShareTheWordsWhateverIsKeptAsEdges) {
+    Random random;
+    std::vector<uint32_t> store;
+    SampleList lists[3] = {};
+    for (int round = 0; round < 2000; ++round) {
+        SampleList &list = lists[random.integer(0, 2)];
+        switch (random.integer(0, 5)) {
+        case 0:
+            list.restart();
+            break;
+        case 1: {
+            Words expected(store.begin(), store.begin() + list.count);
+            if (!list.sorted) // or they were once, and stay as they are now
+                std::sort(expected.begin(), expected.end());
+            ASSERT_EQ(sorted(list), expected) << "round " << round;
+            // What was sorted stays so in the store.
+            std::copy(expected.begin(), expected.end(), store.begin());
+            break;
+        }
+        default: {
+            const double right = random.integer(0, 9) == 0 ? 2050 : 50;
+            const double x0 = random.real(-5, right), y0 = random.real(-2, 9);
+            const double x1 = random.real(-5, right), y1 = random.real(-2, 9);
+            NaiveShape naive;
+            naive.addEdge(x0, y0, x1, y1);
+            store.resize(std::max(store.size(), static_cast<size_t>(list.count) + naive.samples.size()));
+            std::copy(naive.samples.begin(), naive.samples.end(), store.begin() + list.count);
+            list.addEdge(x0, y0, x1, y1);
+        }
+        }
+    }
 }

@@ -10,9 +10,9 @@
 #include <EGL/eglext.h>
 #include <GL/gl.h>
 
-#include "tests/support/ImageHandle.h"
+#include "tools/ImageHandle.h"
 
-namespace lx::test {
+namespace tool {
 
 // All displays that need no window system: the software one first, then those of graphics processors. They
 // stay open until the program ends.
@@ -98,9 +98,11 @@ public:
         return value != nullptr ? reinterpret_cast<const char *>(value) : "";
     }
 
-    // The picture, row y being OpenGL's own row y, counted from the bottom.
+    // The picture, row y being OpenGL's own row y, counted from the bottom. Null for lack of memory.
     ImageHandle read() const {
-        ImageHandle image = makeImage(kLxPixelRGBA, width_, height_);
+        ImageHandle image(LxImage_Create(kLxPixelRGBA, 0, 0, width_, height_, 1, 0));
+        if (image == nullptr)
+            return nullptr;
         glPixelStorei(GL_PACK_ALIGNMENT, 4); // as an image's rows are
         glReadPixels(0, 0, width_, height_, GL_RGBA, GL_UNSIGNED_BYTE, LxImage_Data(image.get()));
         return image;
@@ -116,4 +118,4 @@ private:
     EGLContext context_ = EGL_NO_CONTEXT;
 };
 
-} // namespace lx::test
+} // namespace tool
