@@ -79,37 +79,47 @@ struct BentOverlay {
     }
 };
 
-// For x in 0 to 255 and d in 1 to 256, in the low words of longs: 257 / 256 of 65536 / d, give or take.
-// A word takes the sum of 2^23 and y as a float, of which 2^23 - 1 leaves y + 1.
+// 65536 / (y + 1) in units of 130 / 256, raised by 0.00237 and cut to an integer, for longs of 0 to 255 that
+// stand on top of the bits of 2^23 as a float: 2^23 - 1 less leaves y + 1. Longs may run over where y is 0.
 constexpr uint32_t twoTo23 = 0x4B000000;
-constexpr float scaleOfReciprocal = 65536.0f * 256 / 130 * 1.00237f;
 
 inline Longs scaledReciprocal(Longs y) {
-    const Floats d = (Floats)(y | twoTo23) - 8388607.0f;
-    return (Longs)truncated(roughReciprocal(d) * scaleOfReciprocal);
+    return (Longs)truncated(roughReciprocal((Floats)y - 8388607.0f) * (65536.0f * 256 / 130 * 1.00237f));
 }
+
+#if defined(__AVX2__)
+inline Words lowWords(Words low, Words high) {
+    return (Words)_mm256_blend_epi16((__m256i)high, (__m256i)low, 0x55);
+}
+#else
+inline Words lowWords(Words low, Words high) {
+    return (Words)(((Longs)low & 0xFFFF) | ((Longs)high & 0xFFFF0000));
+}
+#endif
 
 // The smaller of 256x / (y + 1) and 255, exact.
 //
-// Where x <= y the quotient is below 256. It is estimated as x * 130 times a reciprocal in units of 130/256
-// of 1/65536, raised by 0.00237: the reciprocal's own error of 0.000366 and the cut to an integer, at most
-// 256 * 130 / 2^24 = 0.00198 of it, cannot bring the estimate below the quotient, and 256 * (0.00237 +
-// 0.00037) < 1 keeps it within one above. The sign of the remainder tells the two apart.
+// Where x <= y the quotient is below 256. Its estimate is (130 x) times the reciprocal: the reciprocal's own
+// error of 0.00037 and the cut, of 256 * 130 / 2^24 = 0.00198 at most, cannot bring it below the quotient,
+// and 256 * (0.00237 + 0.00037) < 1 keeps it at most one above. The sign of the remainder tells the two
+// apart.
 template <bool pixels>
 inline Halves limitedQuotient(Bytes x, Bytes y) {
-    const auto reciprocals = [](Words v, bool lowOnly) {
-        const Longs low = scaledReciprocal((Longs)v & 0xFFFF);
-        if (lowOnly)
-            return (Words)low;
-        return (Words)((low & 0xFFFF) | scaledReciprocal((Longs)v >> 16) << 16);
-    };
-    const auto half = [&](Words n, Words v, bool lowOnly) {
-        const Words estimate = multiplyHigh(n * 130, reciprocals(v, lowOnly));
-        const Words remainder = (n << 8) - (estimate * v + estimate);
+    const auto magic = (Words)splatLongs(twoTo23);
+    const auto half = [](Words n, Words v, Words reciprocals) {
+        const Words estimate = multiplyHigh(n * 130, reciprocals);
+        const Words remainder = (n << 8) - estimate * (v + 1);
         const Words q = estimate + (Words)((SignedWords)remainder >> 15);
         return (q | below(v, n)) & 0xFF;
     };
-    return {half(even(x), even(y), false), half(odd(x), odd(y), pixels)};
+    const auto lowReciprocals = [&](Words v) { return (Words)scaledReciprocal((Longs)lowWords(v, magic)); };
+    const auto reciprocals = [&](Words v) {
+        const Longs high = scaledReciprocal((Longs)v >> 16 | twoTo23);
+        return lowWords(lowReciprocals(v), (Words)(high << 16));
+    };
+    const Words evens = even(y), odds = odd(y);
+    return {half(even(x), evens, reciprocals(evens)),
+            half(odd(x), odds, pixels ? lowReciprocals(odds) : reciprocals(odds))};
 }
 struct Divide {
     template <bool pixels>
@@ -245,13 +255,18 @@ struct Gain {
     template <bool>
     static Bytes of(Bytes, Bytes b, Bytes) {
         const Bytes upper = upperHalf(b), at = smaller((b ^ upper) - upper, splatBytes(127));
-        // A shuffle goes by the lower four bits, and gives 0 where the number is below its row.
-        Bytes value = {};
-        for (int row = 0; row < 8; ++row) {
-            const __m256i steps = _mm256_broadcastsi128_si256(
-                _mm_load_si128(reinterpret_cast<const __m128i *>(gainSteps[row])));
-            value ^= (Bytes)_mm256_shuffle_epi8(steps, (__m256i)(at - static_cast<uint8_t>(16 * row)));
-        }
+        // A shuffle goes by the lower four bits; the three above choose among the rows, each brought to the
+        // top of its byte.
+        const auto row = [at](int number) {
+            const __m128i values = _mm_load_si128(reinterpret_cast<const __m128i *>(gainRows[number]));
+            return (Bytes)_mm256_shuffle_epi8(_mm256_broadcastsi128_si256(values), (__m256i)at);
+        };
+        const auto chosen = [at](int bit, Bytes upperRow, Bytes lowerRow) {
+            return choose((Bytes)((Words)at << (7 - bit)), upperRow, lowerRow);
+        };
+        const auto pair = [&](int lower) { return chosen(4, row(lower + 1), row(lower)); };
+        const auto four = [&](int lower) { return chosen(5, pair(lower + 2), pair(lower)); };
+        const Bytes value = chosen(6, four(4), four(0));
         return (value ^ upper) + upper;
     }
 };

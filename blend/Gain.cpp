@@ -6,21 +6,9 @@
 
 namespace lx::LX_VECTOR_NAMESPACE {
 
-alignas(16) uint8_t gainSteps[8][16];
+alignas(16) uint8_t gainRows[8][16];
 
 namespace {
-
-// The lower half of NoName01's table in steps: each row is what the exclusive-or with the rows before it
-// leaves of sixteen values.
-void makeGainSteps() {
-    const uint8_t *const table = function::gainTable();
-    for (size_t row = 0; row < 8; ++row) {
-        for (size_t i = 0; i < 16; ++i) {
-            const uint8_t before = row == 0 ? 0 : table[16 * (row - 1) + i];
-            gainSteps[row][i] = table[16 * row + i] ^ before;
-        }
-    }
-}
 
 // A vector of lanes at a time; `lookUp` takes them in buffers of whole vectors.
 template <class LookUp>
@@ -75,7 +63,7 @@ void gain(uint8_t *lanes, const uint8_t *, const uint8_t *b, bool hasAlpha, size
 } // namespace
 
 void addGainForms(VectorForms &forms) {
-    makeGainSteps();
+    __builtin_memcpy(gainRows, function::gainTable(), sizeof gainRows);
     forms.tables[static_cast<size_t>(Mode::noName01)] = gain;
     forms.tables[static_cast<size_t>(Mode::noName02)] = gainOfProduct;
 }

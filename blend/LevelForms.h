@@ -17,8 +17,8 @@ void rgbaToRgb(uint8_t *rgb, const uint8_t *rgba, size_t pixels);
 void aToRgba(uint8_t *rgba, const uint8_t *a, size_t pixels);
 void firstOfRgba(uint8_t *rgba, const uint8_t *pixels, size_t count);
 
-// NoName01's table for the function in ComponentVectors.h: see Gain.cpp.
-alignas(16) extern uint8_t gainSteps[8][16];
+// The lower half of NoName01's table, for the function in ComponentVectors.h.
+alignas(16) extern uint8_t gainRows[8][16];
 
 // All of them, made on first use.
 const VectorForms &levelForms();

@@ -30,8 +30,13 @@ bool hasConstantWeight(const Plan &plan, bool masked) {
 PixelWeight weighingOf(const Plan &plan, bool masked) {
     const ModeTraits &mode = *plan.mode;
     const bool full = plan.weightOpacity() == 255;
-    if (masked || mode.mode == Mode::dissolve)
+    if (mode.mode == Mode::dissolve)
         return PixelWeight::told;
+    if (masked) {
+        if (plan.rule.weight != Weighing::alpha || mode.weight == WeightSource::a || !plan.skipsAtZero())
+            return PixelWeight::told;
+        return mode.foldsMaskOnce ? PixelWeight::maskedOnce : PixelWeight::maskedTwice;
+    }
     if (hasConstantWeight(plan, masked))
         return full ? PixelWeight::full : PixelWeight::constant;
     if (mode.weight == WeightSource::a)
@@ -126,9 +131,12 @@ void Pipeline::blendRow(uint8_t *out, const uint8_t *a, const uint8_t *b, const 
     const size_t longest = inOneRun ? width : run;
     for (size_t x = 0; x < width; x += longest) {
         const size_t pixels = std::min(longest, width - x);
-        if (masked_)
+        const uint8_t *maskHere = masked_ ? mask + x : nullptr;
+        if (masked_ && (!wholePixels_ || weighing_ == PixelWeight::told)) {
             std::memcpy(mask_.bytes, mask + x, pixels);
-        const Run here = {out + x * step_, a + x * aStep,  b + x * bStep,     masked_ ? mask_.bytes : nullptr,
+            maskHere = mask_.bytes;
+        }
+        const Run here = {out + x * step_, a + x * aStep,  b + x * bStep,     maskHere,
                           pixels,          pixels * step_, width - x - pixels};
         if (wholePixels_)
             blendPixels(here);
@@ -158,6 +166,7 @@ void Pipeline::blendPixels(const Run &run) {
     in.weighing = weighing_;
     in.opacity = plan_.opacity;
     in.weightOpacity = plan_.weightOpacity();
+    in.mask = run.mask;
     in.pixelsBehind = run.behind;
     std::memcpy(in.colour, mode.colour, sizeof mode.colour);
 

@@ -41,8 +41,8 @@ private:
         alignas(64) uint8_t bytes[4 * run + vectorPadding];
     };
 
-    // A run's operands. `mask` is null or a copy, in a padded buffer. `behind` is the number of pixels that
-    // its row has behind it.
+    // A run's operands. `mask` is null or, but for pixels that weigh by it on the way, a copy in a padded
+    // buffer. `behind` is the number of pixels that its row has behind it.
     struct Run {
         uint8_t *out;
         const uint8_t *a, *b, *mask;

@@ -71,9 +71,18 @@ struct Constant {
 template <>
 constexpr bool pairsComponents<Constant> = false;
 
-template <class Function, bool smallerAlpha = false>
+// The smaller of both alphas weighs, where b's would.
+template <class Function>
+constexpr bool smallerAlphaWeighs = false;
+template <>
+constexpr bool smallerAlphaWeighs<Overlay> = true;
+template <>
+constexpr bool smallerAlphaWeighs<BentOverlay> = true;
+
+template <class Function>
 struct Mixed {
-    static constexpr bool weighsBySmaller = smallerAlpha;
+    static constexpr bool weighsBySmaller = smallerAlphaWeighs<Function>;
+    static constexpr bool takesAlphaOfB = false;
     static constexpr bool takesFirst = pairsComponents<Function>;
     template <bool hasAlpha>
     static Bytes of(const Operands &in) {
@@ -89,6 +98,7 @@ struct Mixed {
 // DstOver: a mixed into b.
 struct Under {
     static constexpr bool weighsBySmaller = false;
+    static constexpr bool takesAlphaOfB = false;
     static constexpr bool takesFirst = false;
     template <bool hasAlpha>
     static Bytes of(const Operands &in) {
@@ -100,6 +110,7 @@ struct Under {
 
 struct Copied {
     static constexpr bool weighsBySmaller = false;
+    static constexpr bool takesAlphaOfB = false;
     static constexpr bool takesFirst = false;
     template <bool hasAlpha>
     static Bytes of(const Operands &in) {
@@ -111,6 +122,7 @@ struct Copied {
 // UserColor: alphas are summed as colours are, with a and b in each other's place.
 struct Summed {
     static constexpr bool weighsBySmaller = false;
+    static constexpr bool takesAlphaOfB = true;
     static constexpr bool takesFirst = false;
     template <bool hasAlpha>
     static Bytes of(const Operands &in) {
@@ -168,11 +180,19 @@ inline Words planeWords(const uint8_t *plane) {
 class Plain {
 public:
     static constexpr bool firstApart = false;
+    static constexpr bool isAny = false;
     static constexpr bool hasAlpha = true;
     Plain(uint8_t *out, const PixelInputs &in) : out_(out), a_(in.a), b_(in.b) {}
-    Bytes a(size_t pixel) const { return load(a_ + 4 * pixel); }
-    Bytes b(size_t pixel) const { return load(b_ + 4 * pixel); }
-    Bytes first(size_t pixel) const { return a(pixel); }
+    template <bool>
+    Bytes a(size_t pixel) const {
+        return load(a_ + 4 * pixel);
+    }
+    template <bool>
+    Bytes b(size_t pixel) const {
+        return load(b_ + 4 * pixel);
+    }
+    Bytes bOfFour(size_t pixel) const { return load(b_ + 4 * pixel); }
+    Bytes first(size_t pixel) const { return load(a_ + 4 * pixel); }
     Bytes old(size_t pixel) const { return load(out_ + 4 * pixel); }
     Bytes finished(Bytes made) const { return made; }
     void put(size_t pixel, Bytes made) const { store(out_ + 4 * pixel, made); }
@@ -218,14 +238,15 @@ public:
     Loader(const uint8_t *pixels, Layout layout, const Order (&order)[layoutCount])
         : pixels_(pixels), step_(stepOf(layout)), order_(inBothHalves(order[static_cast<size_t>(layout)])),
           forced_(forcedOpaque(layout != Layout::rgba)) {}
-    Bytes operator()(size_t pixel) const {
+    Bytes colours(size_t pixel) const {
         const auto four = [&](size_t from) {
             return _mm_loadu_si128(reinterpret_cast<const __m128i *>(pixels_ + from * step_));
         };
         const __m256i eight =
             _mm256_inserti128_si256(_mm256_castsi128_si256(four(pixel)), four(pixel + 4), 1);
-        return (Bytes)_mm256_shuffle_epi8(eight, order_) | forced_;
+        return (Bytes)_mm256_shuffle_epi8(eight, order_);
     }
+    Bytes withAlphas(size_t pixel) const { return colours(pixel) | forced_; }
 
 private:
     const uint8_t *const pixels_;
@@ -253,13 +274,21 @@ template <Layout outLayout, bool apart>
 class Any {
 public:
     static constexpr bool firstApart = apart;
+    static constexpr bool isAny = true;
     static constexpr bool hasAlpha = outLayout == Layout::rgba;
     Any(uint8_t *out, const PixelInputs &in)
         : out_(out), a_(in.a, in.aLayout, orders), b_(in.b, in.bLayout, orders),
-          first_(in.a, in.aLayout, firstOrders), forced_(forcedOpaque(in.opaqueResult)) {}
-    Bytes a(size_t pixel) const { return a_(pixel); }
-    Bytes b(size_t pixel) const { return b_(pixel); }
-    Bytes first(size_t pixel) const { return apart ? first_(pixel) : a_(pixel); }
+          first_(in.a, in.aLayout, firstOrders), pixelsOfB_(in.b), forced_(forcedOpaque(in.opaqueResult)) {}
+    template <bool alphas>
+    Bytes a(size_t pixel) const {
+        return alphas ? a_.withAlphas(pixel) : a_.colours(pixel);
+    }
+    template <bool alphas>
+    Bytes b(size_t pixel) const {
+        return alphas ? b_.withAlphas(pixel) : b_.colours(pixel);
+    }
+    Bytes bOfFour(size_t pixel) const { return load(pixelsOfB_ + 4 * pixel); }
+    Bytes first(size_t pixel) const { return apart ? first_.colours(pixel) : a_.colours(pixel); }
     Bytes old(size_t pixel) const {
         if constexpr (outLayout == Layout::rgba)
             return load(out_ + 4 * pixel);
@@ -288,6 +317,7 @@ private:
 
     uint8_t *const out_;
     const Loader a_, b_, first_;
+    const uint8_t *const pixelsOfB_;
     const Bytes forced_;
 };
 
@@ -296,18 +326,26 @@ private:
 // What is no layout of four bytes has been brought into it: blocks of pixels in buffers, one after the other.
 struct Block {
     static constexpr size_t pixels = 128;
-    alignas(64) uint8_t out[4 * pixels], a[4 * pixels], b[4 * pixels], first[4 * pixels];
+    alignas(64) uint8_t out[4 * pixels], a[4 * pixels], b[4 * pixels], first[4 * pixels], mask[pixels];
 };
 
 template <Layout, bool apart>
 class Any {
 public:
     static constexpr bool firstApart = apart;
+    static constexpr bool isAny = true;
     static constexpr bool hasAlpha = true;
     Any(uint8_t *out, const PixelInputs &in)
         : block_(*reinterpret_cast<Block *>(out)), forced_(forcedOpaque(in.opaqueResult)) {}
-    Bytes a(size_t pixel) const { return load(block_.a + 4 * pixel); }
-    Bytes b(size_t pixel) const { return load(block_.b + 4 * pixel); }
+    template <bool>
+    Bytes a(size_t pixel) const {
+        return load(block_.a + 4 * pixel);
+    }
+    template <bool>
+    Bytes b(size_t pixel) const {
+        return bOfFour(pixel);
+    }
+    Bytes bOfFour(size_t pixel) const { return load(block_.b + 4 * pixel); }
     Bytes first(size_t pixel) const { return load((apart ? block_.first : block_.a) + 4 * pixel); }
     Bytes old(size_t pixel) const { return load(block_.out + 4 * pixel); }
     Bytes finished(Bytes made) const { return made | forced_; }
@@ -325,6 +363,39 @@ private:
 // Takes whole vectors of pixels.
 using Walk = void (*)(uint8_t *out, const PixelInputs &in, size_t pixels);
 
+constexpr bool isByAlpha(PixelWeight weighing) {
+    return weighing == PixelWeight::alpha || weighing == PixelWeight::alphaAndOpacity ||
+           weighing == PixelWeight::maskedOnce || weighing == PixelWeight::maskedTwice;
+}
+
+// Sets the weights of a vector's pixels, the first of them number i.
+template <class Combination, PixelWeight weighing>
+inline void weigh(Operands &operands, const uint8_t *plane, Words opacity, size_t i) {
+    constexpr bool once = weighing == PixelWeight::maskedOnce, twice = weighing == PixelWeight::maskedTwice;
+    if constexpr (weighing == PixelWeight::constant) {
+        operands.weight = opacity;
+    } else if constexpr (weighing == PixelWeight::told) {
+        operands.weight = planeWords(plane + i);
+    } else if constexpr (once || twice) {
+        const Words m = planeWords(plane + i);
+        Words alpha = by255(alphaWords(operands.b) * m + 127);
+        if constexpr (Combination::weighsBySmaller)
+            alpha = smaller(alpha, alphaWords(operands.a));
+        if constexpr (twice)
+            alpha = by255(alpha * m + 127);
+        operands.weight = alpha;
+    } else {
+        const Bytes from = Combination::weighsBySmaller ? smaller(operands.a, operands.b) : operands.b;
+        operands.weight = alphaWords(from);
+        operands.weightBytes = from;
+        if constexpr (weighing == PixelWeight::alpha)
+            return;
+    }
+    if constexpr (isByAlpha(weighing))
+        operands.weight = (operands.weight * opacity + opacity) >> 8;
+    operands.weightBytes = (Bytes)(operands.weight << 8);
+}
+
 template <class Combination, PixelWeight weighing, bool keeps, class Access>
 [[gnu::flatten]] void walk(uint8_t *out, const PixelInputs &in, size_t pixels) {
     const Access access(out, in);
@@ -333,27 +404,25 @@ template <class Combination, PixelWeight weighing, bool keeps, class Access>
     __builtin_memcpy(&colour, in.colour, 4);
     const auto setting =
         std::is_same_v<Combination, Mixed<Constant>> ? (Bytes)splatLongs(colour) : splatBytes(in.opacity);
-    const uint8_t *const weights = in.weights, *const gates = in.gates;
+    const uint8_t *const plane = weighing == PixelWeight::told ? in.weights : in.mask, *const gates =
+                                                                                           in.gates;
+    // Where alpha weighs, b has one; and all three in four bytes are plain, unless the result is opaque.
+    constexpr bool byAlpha = isByAlpha(weighing);
+    constexpr bool hasAlpha = Access::hasAlpha && !(Access::isAny && byAlpha);
+    constexpr bool takesAlphaOfA = hasAlpha || (byAlpha && Combination::weighsBySmaller);
     for (size_t i = 0; i < pixels; i += vectorPixels) {
-        Operands operands = {access.a(i), access.first(i),       access.b(i),
-                             opacity,     (Bytes)(opacity << 8), setting};
-        if constexpr (weighing == PixelWeight::alpha || weighing == PixelWeight::alphaAndOpacity) {
-            const Bytes from = Combination::weighsBySmaller ? smaller(operands.a, operands.b) : operands.b;
-            operands.weight = alphaWords(from);
-            operands.weightBytes = from;
-        } else if constexpr (weighing == PixelWeight::told) {
-            operands.weight = planeWords(weights + i);
-            operands.weightBytes = (Bytes)(operands.weight << 8);
-        }
-        if constexpr (weighing == PixelWeight::alphaAndOpacity) {
-            operands.weight = (operands.weight * opacity + opacity) >> 8;
-            operands.weightBytes = (Bytes)(operands.weight << 8);
-        }
+        Operands operands = {};
+        operands.a = access.template a<takesAlphaOfA>(i);
+        operands.first = access.first(i);
+        operands.b = byAlpha ? access.bOfFour(i) : access.template b<Combination::takesAlphaOfB>(i);
+        operands.setting = setting;
         Bytes made;
-        if constexpr (weighing == PixelWeight::full)
+        if constexpr (weighing == PixelWeight::full) {
             made = Combination::fullOf(operands);
-        else
-            made = Combination::template of<Access::hasAlpha>(operands);
+        } else {
+            weigh<Combination, weighing>(operands, plane, opacity, i);
+            made = Combination::template of<hasAlpha>(operands);
+        }
         made = access.finished(made);
         if constexpr (keeps) {
             const Words open = weighing == PixelWeight::told ? planeWords(gates + i) : operands.weight;
@@ -366,6 +435,20 @@ template <class Combination, PixelWeight weighing, bool keeps, class Access>
 template <class Combination, PixelWeight weighing, class Access>
 Walk keeping(const PixelInputs &in) {
     return in.keeps ? walk<Combination, weighing, true, Access> : walk<Combination, weighing, false, Access>;
+}
+
+template <class Combination, class Access>
+Walk alphaWalk(const PixelInputs &in) {
+    switch (in.weighing) {
+    case PixelWeight::alpha:
+        return keeping<Combination, PixelWeight::alpha, Access>(in);
+    case PixelWeight::maskedOnce:
+        return keeping<Combination, PixelWeight::maskedOnce, Access>(in);
+    case PixelWeight::maskedTwice:
+        return keeping<Combination, PixelWeight::maskedTwice, Access>(in);
+    default:
+        return keeping<Combination, PixelWeight::alphaAndOpacity, Access>(in);
+    }
 }
 
 // Of pixels that are not all of four bytes, or not all told a weight each.
@@ -381,7 +464,7 @@ Walk anyWalk(const PixelInputs &in) {
     default:
         // Where the first source goes apart, b is of one byte.
         if constexpr (!Access::firstApart)
-            return keeping<Combination, PixelWeight::alphaAndOpacity, Access>(in);
+            return alphaWalk<Combination, Access>(in);
         return nullptr;
     }
 }
@@ -403,11 +486,9 @@ bool isPlain(const PixelInputs &in) {
 template <class Combination>
 Walk walkOf(const PixelInputs &in) {
     if (isPlain(in)) {
-        if (in.weighing == PixelWeight::alpha)
-            return keeping<Combination, PixelWeight::alpha, Plain>(in);
-        if (in.weighing == PixelWeight::alphaAndOpacity)
-            return keeping<Combination, PixelWeight::alphaAndOpacity, Plain>(in);
-        return keeping<Combination, PixelWeight::told, Plain>(in);
+        if (in.weighing == PixelWeight::told)
+            return keeping<Combination, PixelWeight::told, Plain>(in);
+        return alphaWalk<Combination, Plain>(in);
     }
 #if defined(__AVX2__)
     if (in.outLayout == Layout::rgb)
@@ -423,6 +504,8 @@ PixelInputs movedOn(PixelInputs in, size_t pixels) {
         in.weights += pixels;
     if (in.gates != nullptr)
         in.gates += pixels;
+    if (in.mask != nullptr)
+        in.mask += pixels;
     return in;
 }
 
@@ -441,6 +524,11 @@ void walkTail(Walk walk, uint8_t *out, const PixelInputs &in, size_t pixels) {
     PixelInputs copies = in;
     copies.a = aCopy;
     copies.b = bCopy;
+    uint8_t maskCopy[most] = {};
+    if (in.mask != nullptr) {
+        __builtin_memcpy(maskCopy, in.mask, pixels);
+        copies.mask = maskCopy;
+    }
     walk(outCopy, copies, wholeVectors(pixels));
     __builtin_memcpy(out, outCopy, outBytes);
 }
@@ -472,11 +560,15 @@ void walkAny(Walk walk, uint8_t *out, const PixelInputs &in, size_t pixels) {
     const size_t step = stepOf(in.outLayout);
     for (size_t i = 0; i < pixels; i += Block::pixels, out += Block::pixels * step) {
         const size_t count = pixels - i < Block::pixels ? pixels - i : Block::pixels;
-        const PixelInputs here = movedOn(in, i);
+        PixelInputs here = movedOn(in, i);
         bringIn(block.a, here.a, in.aLayout, count);
         bringIn(block.b, here.b, in.bLayout, count);
         if (in.firstOfA)
             firstOfRgba(block.first, block.a, count);
+        if (in.mask != nullptr) {
+            __builtin_memcpy(block.mask, here.mask, count);
+            here.mask = block.mask;
+        }
         if (in.keeps)
             bringIn(block.out, out, in.outLayout, count);
         walk(reinterpret_cast<uint8_t *>(&block), here, wholeVectors(count));
@@ -509,8 +601,6 @@ void addPixelForms(VectorForms &forms) {
         return forms.pixels[static_cast<size_t>(mode)];
     };
     forEachFunction([&](Mode mode, auto function) { at(mode) = blend<Mixed<decltype(function)>>; });
-    at(Mode::overlay) = blend<Mixed<Overlay, true>>;
-    at(Mode::noName04) = blend<Mixed<BentOverlay, true>>;
     at(Mode::src) = blend<Copied>;
     at(Mode::dstOver) = blend<Under>;
     at(Mode::userColor) = blend<Summed>;

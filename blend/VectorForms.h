@@ -32,6 +32,8 @@ enum class PixelWeight : uint8_t {
     alpha,    // b's alpha, which is the weight at full opacity; for the modes that weigh by the smaller
               // alpha, that
     alphaAndOpacity, // made of the opacity and that alpha
+    maskedOnce,      // of the opacity and b's alpha with a mask folded in
+    maskedTwice,     // the same with the mask folded in once more, and in between the smaller alpha
     told             // in a plane
 };
 
@@ -47,6 +49,7 @@ struct PixelInputs {
     int weightOpacity;      // for the weights
     const uint8_t *weights; // padded planes, where they are told
     const uint8_t *gates;
+    const uint8_t *mask; // where it is folded in
     uint8_t colour[4];   // of the modes with a colour of their own
     size_t pixelsBehind; // that may be read behind those told, in a and b
 };

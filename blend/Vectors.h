@@ -91,16 +91,23 @@ inline Words below(Words x, Words y) {
     return (Words)((SignedWords)x < (SignedWords)y);
 }
 
-inline Bytes choose(Bytes condition, Bytes yes, Bytes no) {
-    return (condition & yes) | (~condition & no);
-}
-
 // All bits where a byte is 128 or more.
 inline Bytes upperHalf(Bytes v) {
     return (Bytes)((SignedBytes)v < 0);
 }
 
-// What compilers have no expression for: arithmetic that saturates, and the upper half of a product.
+// What compilers have no expression for: a choice by whole bytes, arithmetic that saturates, and the upper
+// half of a product.
+#if defined(__AVX2__)
+inline Bytes choose(Bytes condition, Bytes yes, Bytes no) {
+    return (Bytes)_mm256_blendv_epi8((__m256i)no, (__m256i)yes, (__m256i)condition);
+}
+#else
+inline Bytes choose(Bytes condition, Bytes yes, Bytes no) {
+    return (condition & yes) | (~condition & no);
+}
+#endif
+
 #if defined(__AVX2__)
 inline Bytes addSaturated(Bytes x, Bytes y) {
     return (Bytes)_mm256_adds_epu8((__m256i)x, (__m256i)y);

@@ -115,9 +115,17 @@ void LxSheenDescriptor::SetSize(int32_t size, double newScale) {
     SetScale(newScale);
 }
 
+// The steps of a render: each layer is sampled, then each is composited, then the picture is lit.
+void LxSheenDescriptor::tellStep(int32_t done) const {
+    if (onRenderStep)
+        onRenderStep(done, 2 * LayerCount() + 1);
+}
+
 // Answers false if an image cannot be made.
 bool LxSheenDescriptor::sampleLayers() {
+    int32_t step = 0;
     for (LxSheenLayer &layer : layers) {
+        tellStep(step++);
         const bool isMissing = layer.isEnabled() && layer.image == nullptr;
         if (!isMissing && layer.prepared)
             continue;
@@ -159,9 +167,11 @@ int32_t LxSheenDescriptor::Render() {
         return 0;
     fillImage(*colorImage, first->color);
     for (auto layer = std::next(first); layer != layers.end(); ++layer) {
+        tellStep(LayerCount() + static_cast<int32_t>(layer - layers.begin()));
         if (layer->isEnabled())
             compositeLayer(*layer, *floatImage, *colorImage);
     }
+    tellStep(2 * LayerCount());
     OwnedImage lit = litPicture(*this);
     if (lit == nullptr)
         return 0;

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <vector>
 
 #include <oxlume/LxExtras.h>
@@ -57,6 +58,9 @@ public:
     // Samples what is dirty, composites, lights. Answers 1 when a picture stands, else 0.
     int32_t Render();
 
+    // Told before each long step of a render how many of how many are done, if it is set. Not copied.
+    std::function<void(int32_t done, int32_t steps)> onRenderStep;
+
     // Copies the layer's bounds; leaves `result` alone for an index out of range.
     void LayerBounds(int32_t index, LxRectD &result) const;
     // Exchanges two different layers and makes `to` current. Both are sampled anew.
@@ -82,6 +86,7 @@ private:
     bool isIndex(int32_t index) const { return index >= 0 && index < LayerCount(); }
     void deleteImages();
     bool sampleLayers();
+    void tellStep(int32_t done) const;
 
     // Pictures that renders replaced. Callers may still hold them, so they live until the next change of size
     // or scale.

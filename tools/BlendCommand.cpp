@@ -9,6 +9,7 @@
 #include "tools/BlendNames.h"
 #include "tools/Command.h"
 #include "tools/PngFile.h"
+#include "tools/Progress.h"
 
 namespace tool {
 namespace {
@@ -34,7 +35,10 @@ void blend(const Arguments &arguments) {
     const ImageHandle mask = arguments.mask.empty() ? nullptr : readMask(arguments.mask);
     for (LxImage *image : {source.get(), mask.get()})
         LxImage_MoveTo(image, arguments.at[0], arguments.at[1]);
-    LxBlend_Image_Image(&how, destination.get(), source.get(), mask.get(), nullptr);
+    {
+        const Progress progress("blending", 0);
+        LxBlend_Image_Image(&how, destination.get(), source.get(), mask.get(), nullptr);
+    }
     writePng(arguments.out, *destination);
 }
 

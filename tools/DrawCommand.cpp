@@ -13,6 +13,7 @@
 #include "tools/Command.h"
 #include "tools/DrawScript.h"
 #include "tools/PngFile.h"
+#include "tools/Progress.h"
 #include "tools/RendererOption.h"
 
 namespace tool {
@@ -36,8 +37,9 @@ void giveUp(int) {
 class TimeLimit {
 public:
     TimeLimit(const std::string &script, unsigned seconds) {
-        std::snprintf(lateMessage, sizeof lateMessage, "oxlume: %.180s: takes longer than %u seconds\n",
-                      script.c_str(), seconds);
+        // On a terminal the message takes the place of the progress display.
+        std::snprintf(lateMessage, sizeof lateMessage, "%soxlume: %.180s: takes longer than %u seconds\n",
+                      isatty(STDERR_FILENO) != 0 ? "\r\033[K" : "", script.c_str(), seconds);
         std::signal(SIGALRM, giveUp);
         alarm(seconds);
     }
@@ -64,7 +66,10 @@ void draw(const Arguments &arguments) {
     const std::string script = readScript(arguments.script);
     {
         const TimeLimit limit(arguments.script, arguments.seconds);
-        drawScript(script, arguments.script, drawing);
+        Progress progress("drawing " + arguments.script, 0);
+        drawScript(script, arguments.script, drawing, {}, [&](size_t done, size_t commands) {
+            progress.report(static_cast<int64_t>(done), static_cast<int64_t>(commands));
+        });
     }
     writePng(arguments.output, *drawing.finish());
 }

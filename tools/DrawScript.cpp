@@ -340,11 +340,17 @@ std::vector<Step> readSteps(std::string_view text, const std::string &name, cons
 
 } // namespace
 
-void drawScript(std::string_view text, const std::string &name, Drawing &drawing, const DrawLimits &limits) {
+void drawScript(std::string_view text, const std::string &name, Drawing &drawing, const DrawLimits &limits,
+                const std::function<void(size_t done, size_t commands)> &report) {
     if (text.size() > limits.bytes)
         throw Failure(name + ": longer than " + std::to_string(limits.bytes) + " bytes");
-    for (const Step &step : readSteps(text, name, limits))
+    const std::vector<Step> steps = readSteps(text, name, limits);
+    for (size_t done = 0; done < steps.size(); ++done) {
+        const Step &step = steps[done];
+        if (report)
+            report(done, steps.size());
         onLine(name, step.line, [&] { step.form->draw(drawing, step.values); });
+    }
 }
 
 std::string drawCommandList() {

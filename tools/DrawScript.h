@@ -11,6 +11,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 
@@ -25,9 +26,11 @@ struct DrawLimits {
 };
 
 // Reads the whole script and then draws it on `drawing`, which it begins. `name` is what errors call the
-// script: a Failure says "NAME:LINE: cause".
+// script: a Failure says "NAME:LINE: cause". Before each command `report` is told how many of how many are
+// drawn.
 void drawScript(std::string_view text, const std::string &name, Drawing &drawing,
-                const DrawLimits &limits = {});
+                const DrawLimits &limits = {},
+                const std::function<void(size_t done, size_t commands)> &report = {});
 
 // All commands with their arguments, one a line.
 std::string drawCommandList();

@@ -5,15 +5,17 @@
 #include <gif_lib.h>
 #include <libimagequant.h>
 #include <memory>
+#include <utility>
+#include <vector>
 
 #include "image/Image.h"
 #include "tools/Failure.h"
-#include "tools/OutputFile.h"
 
 namespace tool {
 namespace {
 
 constexpr int maxColours = 256;
+constexpr int32_t maxSide = 65535;
 
 // A frame as indices into a palette of its own.
 struct Indexed {
@@ -34,16 +36,16 @@ using Picture = std::unique_ptr<liq_image, Destroy<liq_image_destroy>>;
 using Result = std::unique_ptr<liq_result, Destroy<liq_result_destroy>>;
 
 std::vector<liq_color> colours(const LxImage &image) {
-    const size_t count = static_cast<size_t>(lx::width(image)) * static_cast<size_t>(lx::height(image));
-    const uint8_t *from = lx::firstRow(image);
-    std::vector<liq_color> pixels(count);
-    for (liq_color &pixel : pixels) {
-        if (image.type == kLxPixelA) {
-            pixel = {from[0], from[0], from[0], 255};
-            from += 1;
-        } else {
-            pixel = {from[0], from[1], from[2], 255};
-            from += 3;
+    const int32_t width = lx::width(image);
+    std::vector<liq_color> pixels(static_cast<size_t>(width) * static_cast<size_t>(lx::height(image)));
+    auto to = pixels.begin();
+    for (int32_t y = 0; y < lx::height(image); ++y) {
+        const uint8_t *from = lx::rowAddress(image, y);
+        for (int32_t x = 0; x < width; ++x, ++to) {
+            if (image.type == kLxPixelA)
+                *to = {from[x], from[x], from[x], 255};
+            else
+                *to = {from[3 * x], from[3 * x + 1], from[3 * x + 2], 255};
         }
     }
     return pixels;
@@ -99,32 +101,50 @@ bool putFrame(GifFileType *gif, Indexed &frame, int width, int height, int hundr
     return true;
 }
 
-bool putAnimation(GifFileType *gif, const std::vector<const LxImage *> &frames, int hundredths) {
-    const int width = lx::width(*frames.front());
-    const int height = lx::height(*frames.front());
+bool putStart(GifFileType *gif, int width, int height) {
     EGifSetGifVersion(gif, true);
-    if (EGifPutScreenDesc(gif, width, height, 8, 0, nullptr) != GIF_OK || !putLoop(gif))
-        return false;
-    for (const LxImage *image : frames) {
-        const std::unique_ptr<Indexed> frame = indexed(*image);
-        if (frame == nullptr || !putFrame(gif, *frame, width, height, hundredths))
-            return false;
-    }
-    return true;
+    return EGifPutScreenDesc(gif, width, height, 8, 0, nullptr) == GIF_OK && putLoop(gif);
 }
 
 } // namespace
 
-void writeGif(const std::string &path, const std::vector<const LxImage *> &frames, int hundredths) {
-    OutputFile file(path);
+GifWriter::GifWriter(const std::string &path, int32_t width, int32_t height, int hundredths)
+    : path_(path), file_(path), width_(width), height_(height), hundredths_(hundredths) {
+    if (width > maxSide || height > maxSide)
+        throw Failure(path + ": a GIF file has at most " + std::to_string(maxSide) + " pixels a side");
     int error = 0;
-    GifFileType *gif = EGifOpen(file.stream(), writeBytes, &error);
-    const bool isWhole = gif != nullptr && putAnimation(gif, frames, hundredths);
-    if (gif != nullptr && EGifCloseFile(gif, &error) != GIF_OK)
-        throw Failure(path + ": cannot write: " + GifErrorString(error));
-    if (!isWhole)
-        throw Failure(path + ": cannot write the animation");
-    file.commit();
+    gif_ = EGifOpen(file_.stream(), writeBytes, &error);
+    if (gif_ == nullptr)
+        fail();
+    if (!putStart(gif_, width, height)) {
+        close();
+        fail();
+    }
+}
+
+GifWriter::~GifWriter() {
+    close();
+}
+
+bool GifWriter::close() {
+    int error = 0;
+    return gif_ == nullptr || EGifCloseFile(std::exchange(gif_, nullptr), &error) == GIF_OK;
+}
+
+void GifWriter::fail() const {
+    throw Failure(path_ + ": cannot write the animation");
+}
+
+void GifWriter::add(const LxImage &frame) {
+    const std::unique_ptr<Indexed> pixels = indexed(frame);
+    if (pixels == nullptr || !putFrame(gif_, *pixels, width_, height_, hundredths_))
+        fail();
+}
+
+void GifWriter::finish() {
+    if (!close())
+        fail();
+    file_.commit();
 }
 
 } // namespace tool

@@ -18,6 +18,7 @@
 #include "tools/Command.h"
 #include "tools/OutputFile.h"
 #include "tools/PngFile.h"
+#include "tools/Progress.h"
 
 namespace tool {
 namespace {
@@ -122,6 +123,7 @@ void showModes(const Arguments &arguments) {
     LxImage_Fill(picture.get(), LxColor_RGBA(136, 136, 136, 255));
 
     makeFolder(arguments.folder);
+    Progress progress("blending by all modes", lx::modeCount);
     for (int32_t mode = 0; mode < lx::modeCount; ++mode) {
         const ImageHandle result(LxImage_Copy(destination.get()));
         if (result == nullptr)
@@ -133,6 +135,7 @@ void showModes(const Arguments &arguments) {
         copyTo(*picture, *result);
         if (hasQuartzCanvas)
             drawName(*picture, sheet, mode);
+        progress.advance();
     }
     writePng(arguments.folder + "/sheet.png", *picture);
     writePage(arguments.folder + "/index.html", arguments.opacity);

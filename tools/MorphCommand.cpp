@@ -1,8 +1,10 @@
 // `oxlume morph A.png LINES.txt -o OUT.png`: warps a picture by pairs of lines.
 
 #include <cstring>
+#include <filesystem>
 #include <fstream>
 #include <memory>
+#include <optional>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -68,10 +70,10 @@ struct Arguments {
 
 // OUT.png as OUT-007.png.
 std::string numbered(const std::string &path, int number) {
-    const size_t dot = path.rfind('.');
+    const std::filesystem::path whole(path);
     const std::string digits = std::to_string(number);
     const std::string tail = "-" + std::string(digits.size() < 3 ? 3 - digits.size() : 0, '0') + digits;
-    return dot == std::string::npos ? path + tail : path.substr(0, dot) + tail + path.substr(dot);
+    return (whole.parent_path() / whole.stem()).string() + tail + whole.extension().string();
 }
 
 void morph(const Arguments &arguments) {
@@ -79,29 +81,30 @@ void morph(const Arguments &arguments) {
     if (picture->type != kLxPixelA && picture->type != kLxPixelRGB)
         throw Failure(arguments.picture + ": pictures with transparency cannot be morphed");
     const Lines lines = readLines(arguments.lines);
-
-    const bool wantsAnimation = !arguments.animation.empty();
-    const int first = wantsAnimation || arguments.keepFrames ? 1 : arguments.frames;
-    std::vector<ImageHandle> results;
-    std::vector<const LxImage *> animation = {picture.get()};
-    Progress progress(arguments.frames - first + 1);
+    const int32_t width = lx::width(*picture), height = lx::height(*picture);
+    const ImageHandle result(LxImage_Create(LxImage_Type(picture.get()), 0, 0, width, height, 0, 0));
+    std::optional<GifWriter> animation;
+    if (!arguments.animation.empty()) {
+        animation.emplace(arguments.animation, width, height, 8);
+        animation->add(*picture);
+    }
+    const int first = animation || arguments.keepFrames ? 1 : arguments.frames;
+    Progress progress("warping", arguments.frames - first + 1);
     for (int frame = first; frame <= arguments.frames; ++frame) {
-        if (wantsAnimation || results.empty())
-            results.emplace_back(LxImage_Create(LxImage_Type(picture.get()), 0, 0, lx::width(*picture),
-                                                lx::height(*picture), 0, 0));
-        LxImage *const result = results.back().get();
-        if (LxMorph_Frame(picture.get(), result, lines.from.data(), lines.to.data(),
+        if (LxMorph_Frame(picture.get(), result.get(), lines.from.data(), lines.to.data(),
                           static_cast<int32_t>(lines.from.size()),
                           static_cast<double>(frame) / arguments.frames) == 0)
-            throw std::bad_alloc();
-        animation.push_back(result);
+            throw Failure("not enough memory for a frame of " + std::to_string(width) + " x " +
+                          std::to_string(height));
+        if (animation)
+            animation->add(*result);
         if (arguments.keepFrames)
             writePng(numbered(arguments.output, frame), *result);
         progress.advance();
     }
-    writePng(arguments.output, *results.back());
-    if (wantsAnimation)
-        writeGif(arguments.animation, animation, 8);
+    writePng(arguments.output, *result);
+    if (animation)
+        animation->finish();
 }
 
 } // namespace

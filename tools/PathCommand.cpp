@@ -15,6 +15,7 @@
 #include "path/PathReader.h"
 #include "tools/Command.h"
 #include "tools/PathText.h"
+#include "tools/Progress.h"
 
 namespace tool {
 namespace {
@@ -60,16 +61,25 @@ std::string readStandardInput() {
     return {std::istreambuf_iterator<char>(std::cin), {}};
 }
 
-void run(const Arguments &arguments) {
-    const PathHandle path = parsePath(arguments.items == "-" ? readStandardInput() : arguments.items);
+void edit(LxPath &path, const Arguments &arguments) {
     if (*arguments.outline)
-        LxPath_Outline(path.get(), nullptr, nullptr, arguments.width, strokeStyles.at(arguments.style));
+        LxPath_Outline(&path, nullptr, nullptr, arguments.width, strokeStyles.at(arguments.style));
     else if (arguments.flatten || !arguments.clip.empty())
-        LxPath_Decompose(path.get(), nullptr);
+        LxPath_Decompose(&path, nullptr);
     if (!arguments.clip.empty()) {
         const LxRectD clip =
             LxRectD(arguments.clip[0], arguments.clip[1], arguments.clip[2], arguments.clip[3]);
-        LxPath_Clip(path.get(), &clip);
+        LxPath_Clip(&path, &clip);
+    }
+}
+
+void run(const Arguments &arguments) {
+    const std::string items = arguments.items == "-" ? readStandardInput() : arguments.items;
+    PathHandle path;
+    {
+        const Progress progress("computing the path", 0);
+        path = parsePath(items);
+        edit(*path, arguments);
     }
     print(*path);
 }

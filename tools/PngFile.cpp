@@ -11,6 +11,7 @@
 #include "image/Image.h"
 #include "tools/Failure.h"
 #include "tools/OutputFile.h"
+#include "tools/Progress.h"
 
 // libpng reports an error by jumping out of its call. The functions between setjmp and the calls hold nothing
 // that needs destruction; what they make stands in the objects of their callers.
@@ -69,7 +70,7 @@ public:
     }
 
     // Reads the pixels, converted to `type`, into rows that lie `stride` apart; false on an error.
-    bool readRows(uint8_t *rows, ptrdiff_t stride) {
+    bool readRows(uint8_t *rows, ptrdiff_t stride, Progress &progress) {
         if (setjmp(png_jmpbuf(png_)) != 0)
             return false;
         png_set_expand(png_);
@@ -79,8 +80,10 @@ public:
         const int passes = png_set_interlace_handling(png_);
         png_read_update_info(png_, info_);
         for (int pass = 0; pass < passes; ++pass)
-            for (uint32_t y = 0; y < height(); ++y)
+            for (uint32_t y = 0; y < height(); ++y) {
                 png_read_row(png_, rows + stride * y, nullptr);
+                progress.report(int64_t{pass} * height() + y + 1, int64_t{passes} * height());
+            }
         png_read_end(png_, nullptr);
         return true;
     }
@@ -102,7 +105,7 @@ public:
 
     const char *message() const { return message_.text; }
 
-    bool write(std::FILE *file, const LxImage &image, int colourType) {
+    bool write(std::FILE *file, const LxImage &image, int colourType, Progress &progress) {
         if (info_ == nullptr || setjmp(png_jmpbuf(png_)) != 0)
             return false;
         png_init_io(png_, file);
@@ -110,8 +113,10 @@ public:
                      static_cast<uint32_t>(lx::height(image)), 8, colourType, PNG_INTERLACE_NONE,
                      PNG_COMPRESSION_TYPE_DEFAULT, PNG_FILTER_TYPE_DEFAULT);
         png_write_info(png_, info_);
-        for (int32_t y = 0; y < lx::height(image); ++y)
+        for (int32_t y = 0; y < lx::height(image); ++y) {
             png_write_row(png_, lx::rowAddress(image, y));
+            progress.advance();
+        }
         png_write_end(png_, info_);
         return true;
     }
@@ -145,7 +150,8 @@ ImageHandle readPng(const std::string &path) {
                                      static_cast<int32_t>(reader.height()), 0, 0));
     if (image == nullptr)
         throw Failure(path + ": too large: " + size + " pixels");
-    if (!reader.readRows(lx::firstRow(*image), image->rowBytes))
+    Progress progress("reading " + path, 0);
+    if (!reader.readRows(lx::firstRow(*image), image->rowBytes, progress))
         throw Failure(path + ": broken PNG file: " + reader.message());
     return image;
 }
@@ -167,7 +173,8 @@ void writePng(const std::string &path, const LxImage &image) {
     }
     OutputFile file(path);
     PngWriter writer;
-    if (!writer.write(file.stream(), image, colourType))
+    Progress progress("writing " + path, lx::height(image));
+    if (!writer.write(file.stream(), image, colourType, progress))
         throw Failure(path + ": cannot write: " + writer.message());
     file.commit();
 }

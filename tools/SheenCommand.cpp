@@ -15,6 +15,7 @@
 #include "tools/Command.h"
 #include "tools/OutputFile.h"
 #include "tools/PngFile.h"
+#include "tools/Progress.h"
 #include "tools/SheenPresets.h"
 #include "tools/SheenSheet.h"
 
@@ -138,6 +139,14 @@ ImageHandle greyPicture(const LxImage &heights) {
     return grey;
 }
 
+int32_t render(LxSheenDescriptor &descriptor) {
+    Progress progress("rendering", 0);
+    descriptor.onRenderStep = [&](int32_t done, int32_t steps) { progress.report(done, steps); };
+    const int32_t result = descriptor.Render();
+    descriptor.onRenderStep = nullptr;
+    return result;
+}
+
 void writeText(const std::string &path, const std::string &text) {
     OutputFile file(path);
     std::fwrite(text.data(), 1, text.size(), file.stream());
@@ -184,7 +193,7 @@ void runSheen(const CLI::App &command, const SheenOptions &options) {
     if (options.output.empty() && options.heights.empty())
         return;
     // A stack without an enabled layer is an empty picture.
-    if (descriptor.Render() == 0 && descriptor.image == nullptr)
+    if (render(descriptor) == 0 && descriptor.image == nullptr)
         throw Failure("no picture: no layer is enabled, or memory is short");
     if (!options.output.empty())
         writePng(options.output, *descriptor.image);

@@ -5,6 +5,7 @@
 
 #include "image/Image.h"
 #include "tools/Failure.h"
+#include "tools/Progress.h"
 
 namespace tool {
 namespace {
@@ -78,6 +79,7 @@ ImageHandle contactSheet(const lx::LxSheenDescriptor &descriptor, uint32_t param
     for (int32_t y = 0; y < lx::height(*sheet); ++y)
         std::fill_n(reinterpret_cast<LxRGBA *>(lx::rowAddress(*sheet, y)), width, ground);
     const lx::LxSheenParameter &row = lx::sheenParameters[parameter];
+    Progress progress("rendering", pictures);
     for (int i = 0; i < pictures; ++i) {
         lx::LxSheenDescriptor drawn(descriptor);
         drawn.CurrentLayerRecord()->SetValue(parameter,
@@ -85,6 +87,7 @@ ImageHandle contactSheet(const lx::LxSheenDescriptor &descriptor, uint32_t param
         if (drawn.Render() == 0)
             throw Failure("no picture of this size: " + std::to_string(size));
         place(*drawn.image, *sheet, margin + i * (size + margin), margin);
+        progress.advance();
     }
     return sheet;
 }

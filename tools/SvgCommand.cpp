@@ -17,6 +17,7 @@
 #include "svg/SvgScanner.h"
 #include "tools/Command.h"
 #include "tools/PngFile.h"
+#include "tools/Progress.h"
 #include "tools/SvgDrawing.h"
 
 namespace tool {
@@ -128,12 +129,15 @@ void draw(const SvgOptions &options, const lx::XmlNode &document) {
         throw Failure("not enough memory for the picture");
     if (!options.background.empty())
         LxGC_Fill(gc, backgroundFrom(options.background));
-    if (options.subset) {
-        LxSVG_Read(gc, options.input.c_str());
-    } else {
-        drawSvg(gc, document, size, options.input);
-        if (options.background.empty())
-            strengthenColors(image.get());
+    {
+        const Progress progress("drawing " + options.input, 0);
+        if (options.subset) {
+            LxSVG_Read(gc, options.input.c_str());
+        } else {
+            drawSvg(gc, document, size, options.input);
+            if (options.background.empty())
+                strengthenColors(image.get());
+        }
     }
     writePng(options.output, *image);
 }

@@ -32,11 +32,11 @@ namespace {
 
 constexpr int side = 1024;
 
-enum class Ink { opaque, half, gradient };
+enum class Ink { opaque, half, gradient, inward };
 
 // What is drawn one by one: a closed polygon, a closed run of cubic curves (three points each behind the
-// first), or a line to be stroked.
-enum class Kind { polygon, curves, stroke };
+// first), a line to be stroked, or a rectangle that each library draws by its own call for them.
+enum class Kind { polygon, curves, stroke, rectangle };
 
 struct Shapes {
     Kind kind;
@@ -79,10 +79,10 @@ Shapes triangles() {
     return shapes;
 }
 
-Shapes rectangles(int count, double size) {
+Shapes rectangles(int count, double size, Kind kind) {
     std::mt19937 engine(2);
     std::uniform_real_distribution<double> place(0, side - size);
-    Shapes shapes = {Kind::polygon, false, {}};
+    Shapes shapes = {kind, false, {}};
     for (int i = 0; i < count; ++i) {
         const double x = place(engine), y = place(engine);
         shapes.items.push_back({{x, y}, {x + size, y}, {x + size, y + size}, {x, y + size}});
@@ -144,10 +144,11 @@ public:
         LxGC_SetFillColor(gc_, color);
         LxGC_SetStrokeColor(gc_, color);
         LxGC_SetStrokeWidth(gc_, 3);
-        if (ink != Ink::gradient)
+        if (ink != Ink::gradient && ink != Ink::inward)
             return;
         gradient_.reset(LxGradient_Create());
-        LxGradient_SetType(gradient_.get(), kLxGradientAcross, kLxGradientLinear);
+        LxGradient_SetType(gradient_.get(), ink == Ink::inward ? kLxGradientInward : kLxGradientAcross,
+                           kLxGradientLinear);
         LxGradient_AddColor(gradient_.get(), LxColor_RGBA(40, 80, 200, 255), 0, 0, 0.5);
         LxGradient_AddColor(gradient_.get(), LxColor_RGBA(250, 180, 20, 255), 1, 1, 0.5);
         LxGC_SetFillGradient(gc_, gradient_.get());
@@ -155,8 +156,11 @@ public:
 
     // Paths as a client keeps them.
     void prepare(const Shapes &shapes) {
+        shapes_ = &shapes;
         LxGC_SetRenderMode(gc_, shapes.kind == Kind::stroke ? kLxRenderStroke : kLxRenderFill);
         LxGC_SetStrokeStyle(gc_, shapes.mitre ? 64 : 16);
+        if (shapes.kind == Kind::rectangle)
+            return;
         for (const std::vector<LxPointD> &points : shapes.items) {
             std::unique_ptr<LxPath, Deleter> path(LxPath_Create());
             LxPath_AddMoveTo(path.get(), points[0].x, points[0].y);
@@ -176,6 +180,9 @@ public:
     void draw() {
         for (const auto &path : paths_)
             LxGC_Path(gc_, path.get());
+        if (shapes_->kind == Kind::rectangle)
+            for (const std::vector<LxPointD> &points : shapes_->items)
+                LxGC_Frame(gc_, points[0].x, points[0].y, points[2].x, points[2].y);
         benchmark::DoNotOptimize(LxImage_ConstData(image_.get()));
     }
 
@@ -183,6 +190,7 @@ private:
     std::unique_ptr<LxGradient, Deleter> gradient_;
     std::unique_ptr<LxImage, Deleter> image_;
     LxGC *gc_;
+    const Shapes *shapes_ = nullptr;
     std::vector<std::unique_ptr<LxPath, Deleter>> paths_;
 };
 
@@ -222,6 +230,12 @@ public:
 
     void draw() {
         for (const std::vector<LxPointD> &points : shapes_->items) {
+            if (shapes_->kind == Kind::rectangle) {
+                cairo_rectangle(cairo_, points[0].x, points[0].y, points[2].x - points[0].x,
+                                points[2].y - points[0].y);
+                cairo_fill(cairo_);
+                continue;
+            }
             cairo_new_path(cairo_);
             cairo_move_to(cairo_, points[0].x, points[0].y);
             if (shapes_->kind == Kind::curves)
@@ -328,7 +342,8 @@ struct Case {
 };
 
 const char *nameOf(Ink ink) {
-    return ink == Ink::opaque ? "opaque" : ink == Ink::half ? "half" : "gradient";
+    static constexpr const char *names[] = {"opaque", "half", "gradient", "inward"};
+    return names[static_cast<size_t>(ink)];
 }
 
 template <class Painter>
@@ -339,9 +354,10 @@ void add(const Case &c, Ink ink, const char *painter) {
 
 const bool registered = [] {
     static const std::vector<Case> cases = {
-        {"circle", circle(), {Ink::opaque, Ink::half, Ink::gradient}},
+        {"circle", circle(), {Ink::opaque, Ink::half, Ink::gradient, Ink::inward}},
         {"triangles", triangles(), {Ink::opaque, Ink::half, Ink::gradient}},
-        {"rectangles10", rectangles(10000, 10), {Ink::opaque, Ink::half, Ink::gradient}},
+        {"rectangles10", rectangles(10000, 10, Kind::rectangle), {Ink::opaque, Ink::half, Ink::gradient}},
+        {"rectangles10/kept", rectangles(10000, 10, Kind::polygon), {Ink::opaque, Ink::half}},
         {"star41", star(), {Ink::opaque}},
         {"curves", curves(), {Ink::opaque, Ink::half}},
         {"strokes/mitre", strokes(true), {Ink::opaque}},
@@ -358,6 +374,8 @@ const bool registered = [] {
     for (const Case &c : cases) {
         for (const Ink ink : c.inks) {
             add<Ours>(c, ink, "ours");
+            if (ink == Ink::inward) // the peers have none
+                continue;
 #ifdef BENCH_WITH_CAIRO
             add<Cairo>(c, ink, "cairo");
 #endif

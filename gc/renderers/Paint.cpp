@@ -1,6 +1,7 @@
 #include "gc/renderers/Paint.h"
 
 #include "blend/Mode.h"
+#include "foundation/Numeric.h"
 #include "gc/Shader.h"
 #include "image/Image.h"
 
@@ -146,13 +147,53 @@ void LinePaint::writeGradient(const LxGradient &gradient, int32_t x0, int32_t x1
     const int32_t last = rampIndex(gradient, x1 - 1, y_);
     if (gradient.type == kLxGradientDown) {
         spans_.fill(to, wordOf(ramp[first].content.rgba), count);
-    } else if (gradient.type != kLxGradientInward && last - first == x1 - 1 - x0) {
+    } else if (gradient.type == kLxGradientInward) {
+        writeInward(gradient, x0, x1, to);
+    } else if (last - first == x1 - 1 - x0) {
         // The ramp's steps go with x, and none was held back at an end of it.
         spans_.pack(to, ramp + first, count);
     } else {
         for (int32_t x = x0; x < x1; ++x)
             *to++ = wordOf(ramp[rampIndex(gradient, x, y_)].content.rgba);
     }
+}
+
+// As rampIndex has it, the index rises with x, stays at the distance to the upper or lower side, and falls.
+void LinePaint::writeInward(const LxGradient &gradient, int32_t x0, int32_t x1, uint32_t *to) const {
+    const LxRectL &bounds = gradient.bounds;
+    const int64_t acrossHalf = distance(bounds.x1, bounds.x0) / 2;
+    const int64_t downHalf = distance(bounds.y1, bounds.y0) / 2;
+    const int64_t dy = int64_t{y_} - bounds.y0;
+    const int64_t top =
+        std::clamp(dy < downHalf ? dy : 2 * downHalf - dy, int64_t{0}, int64_t{gradient.rampCapacity} - 1);
+    const LxColor *const ramp = gradient.ramp;
+    const auto colorAt = [&](int64_t index) { return wordOf(ramp[index].content.rgba); };
+    int64_t dx = int64_t{x0} - bounds.x0;
+    // The next part of the run, up to `end`: its first pixel's dx and its length.
+    struct Part {
+        int64_t first;
+        size_t count;
+    };
+    const auto upTo = [&](int64_t end) {
+        const int64_t first = dx;
+        dx = std::clamp(end, dx, int64_t{x1} - bounds.x0);
+        return Part{first, static_cast<size_t>(dx - first)};
+    };
+    const auto level = [&](int64_t index, const Part &part) {
+        spans_.fill(to, colorAt(index), part.count);
+        to += part.count;
+    };
+
+    level(0, upTo(0));
+    if (const Part rising = upTo(std::min(acrossHalf, top)); rising.count > 0) {
+        spans_.pack(to, ramp + rising.first, rising.count);
+        to += rising.count;
+    }
+    level(top, upTo(std::max(acrossHalf, 2 * acrossHalf - top + 1)));
+    if (const Part falling = upTo(2 * acrossHalf); falling.count > 0)
+        for (int64_t index = 2 * acrossHalf - falling.first; index > 2 * acrossHalf - dx; --index)
+            *to++ = colorAt(index);
+    level(0, upTo(INT64_MAX));
 }
 
 } // namespace lx

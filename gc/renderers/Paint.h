@@ -134,6 +134,7 @@ private:
     }
 
     void writeGradient(const LxGradient &gradient, int32_t x0, int32_t x1, uint32_t *to) const;
+    void writeInward(const LxGradient &gradient, int32_t x0, int32_t x1, uint32_t *to) const;
 
     LxImage &image_;
     const LxBlend &blend_;

@@ -260,6 +260,28 @@ SampleRows::SampleRows(const SampleList &list) {
     }
 }
 
+namespace {
+
+// Adds an edge's next samples.
+inline void addSlanted(Edge &edge, int32_t count, RowCells::Adder &adder) {
+    // Not in the record, where the compiler would have to store every step.
+    int32_t x = edge.x, error = edge.error;
+    const int32_t whole = edge.whole, sign = edge.sign, rest = edge.rest, dy = edge.dy;
+    const uint32_t down = edge.down;
+    for (int32_t i = 0; i < count; ++i) {
+        adder.add(static_cast<uint32_t>(std::max(x, 0)) << 1 | down, 1);
+        error += rest;
+        const int32_t over = -static_cast<int32_t>(error > dy); // all bits or none
+        error -= dy & over;
+        x += whole + (sign & over);
+    }
+    edge.x = x;
+    edge.error = error;
+    edge.y += count;
+}
+
+} // namespace
+
 int32_t SampleRows::read(int32_t y, RowCells &cells) {
     Edge **const waiting = store->waiting + y;
     int32_t rows = last_ + 1 - y;
@@ -277,9 +299,10 @@ int32_t SampleRows::read(int32_t y, RowCells &cells) {
         if (edge->isUpright()) {
             adder.add(edge->place(), static_cast<uint32_t>(end - edge->y));
             edge->y = end + (alike - 1) * quarters;
+        } else if (end - edge->y == quarters) {
+            addSlanted(*edge, quarters, adder); // a number that the compiler knows
         } else {
-            for (; edge->y < end; edge->step())
-                adder.add(edge->place(), 1);
+            addSlanted(*edge, end - edge->y, adder);
         }
         if (edge->y < edge->end)
             edge->next = std::exchange(waiting[alike], edge);

@@ -58,7 +58,7 @@ std::string stored(const Sheen &sheen, uint32_t descriptor) {
 
 TEST(SheenExtras, TheIndicesOfTheHeaderAreThoseOfTheKeys) {
     std::ifstream header(OXLUME_EXTRAS_HEADER);
-    const std::regex entry(R"(\s+kLxSheen(\w+) = (\d+),)");
+    const std::regex entry(R"(\s+kLxSheen(\w+) = (\d+),.*)");
     std::set<uint32_t> seen;
     std::smatch match;
     bool isInEnum = false;

@@ -1,3 +1,11 @@
+#include <algorithm>
+#include <array>
+#include <cstdlib>
+#include <fcntl.h>
+#include <gif_lib.h>
+#include <unistd.h>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "image/Image.h"
@@ -66,6 +74,70 @@ TEST(MorphCommand, WritesAnAnimationOfThePictureAndAllFrames) {
     for (size_t at = gif.find("\x21\xF9\x04"); at != std::string::npos; at = gif.find("\x21\xF9\x04", at + 1))
         ++frames;
     EXPECT_EQ(frames, 4u);
+}
+
+TEST(MorphCommand, AnimationsShowThePixelsOfAnyWidth) {
+    // Seven columns: rows of images end in padding.
+    const Scene scene(
+        pngFile(7, 3, 8, 2,
+                std::vector<std::string>(3, std::string("\1\2\3\x11\x12\x13\x21\x22\x23\x31\x32\x33"
+                                                        "\x41\x42\x43\x51\x52\x53\x61\x62\x63"))),
+        "0 0 0 3  1 0 1 3\n");
+    EXPECT_EQ(scene.run("--animation " + (scene.folder / "a.gif").string()).status, 0);
+    int error = 0;
+    GifFileType *gif = DGifOpenFileName((scene.folder / "a.gif").c_str(), &error);
+    ASSERT_NE(gif, nullptr);
+    ASSERT_EQ(DGifSlurp(gif), GIF_OK);
+    ASSERT_EQ(gif->ImageCount, 2);
+    for (int frame = 0; frame < 2; ++frame) {
+        const SavedImage &image = gif->SavedImages[frame];
+        ASSERT_EQ(image.ImageDesc.Width, 7);
+        for (int i = 0; i < 21; ++i) {
+            const GifColorType &color = image.ImageDesc.ColorMap->Colors[image.RasterBits[i]];
+            const int column = std::max(i % 7 - frame, 0);
+            EXPECT_EQ(color.Red, column * 16 + 1) << frame << ", " << i;
+            EXPECT_EQ(color.Blue, column * 16 + 3) << frame << ", " << i;
+        }
+    }
+    DGifCloseFile(gif, &error);
+}
+
+TEST(MorphCommand, NumbersFilesWithoutAnExtensionInFoldersWithADot) {
+    Scene scene;
+    std::filesystem::create_directory(scene.folder / "v1.0");
+    scene.output = scene.folder / "v1.0/out";
+    EXPECT_EQ(scene.run("--keep-frames").status, 0);
+    EXPECT_EQ(readFile(scene.folder / "v1.0/out-001"), readFile(scene.output));
+}
+
+TEST(MorphCommand, AnAnimationThatCannotBeWrittenIsToldBeforeTheWork) {
+    const Scene scene;
+    const ProgramResult result = scene.run("--animation /no/such/folder/a.gif");
+    EXPECT_EQ(result.status, 2);
+    EXPECT_TRUE(result.errors.starts_with("oxlume: /no/such/folder/a.gif: ")) << result.errors;
+    EXPECT_FALSE(std::filesystem::exists(scene.output));
+}
+
+// The program's standard error is a terminal here.
+TEST(MorphCommand, ShowsABarOnATerminal) {
+    const Scene scene;
+    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
+    ASSERT_GE(terminal, 0);
+    ASSERT_EQ(grantpt(terminal) + unlockpt(terminal), 0);
+    const std::string side = ptsname(terminal);
+    const std::string command = std::string(OXLUME_PROGRAM) + " morph " + scene.picture + " " + scene.lines +
+                                " -o " + scene.output + " --frames 2 --keep-frames 2>" + side;
+    const int held = open(side.c_str(), O_RDWR | O_NOCTTY); // what is written stays readable
+    EXPECT_EQ(std::system(command.c_str()), 0);
+    std::array<char, 4096> shown;
+    const ssize_t length = read(terminal, shown.data(), shown.size());
+    ASSERT_GT(length, 0);
+    const std::string text(shown.data(), static_cast<size_t>(length));
+    EXPECT_NE(text.find("\r[====================                    ] 1 of 2"), std::string::npos) << text;
+    EXPECT_NE(text.find("\r[========================================] 2 of 2"), std::string::npos) << text;
+    EXPECT_TRUE(text.ends_with("\r\033[K")) << "and takes it away";
+    close(held);
+    close(terminal);
 }
 
 TEST(MorphCommand, FailsWithOneLineThatNamesTheCulprit) {

@@ -50,6 +50,23 @@ std::vector<Edge> randomPolygon(Random &random, int32_t corners, double size) {
     return edges;
 }
 
+// A closed polygon of upright and level edges only, as rectangles and letters of blocks have them.
+std::vector<Edge> randomBlocks(Random &random, int32_t corners, double size) {
+    std::vector<Edge> edges;
+    const auto place = [&] { return random.real(-0.2 * size, 1.2 * size); };
+    const LxPointD start = {place(), place()};
+    LxPointD at = start;
+    const auto goTo = [&](double x, double y) {
+        edges.push_back({at.x, at.y, at.x, y});
+        edges.push_back({at.x, y, x, y});
+        at = {x, y};
+    };
+    for (int32_t i = 0; i < corners; ++i)
+        goTo(place(), random.coin() ? std::round(place()) : place());
+    goTo(start.x, start.y);
+    return edges;
+}
+
 void randomise(Random &random, const ImageHandle &image) {
     auto *data = static_cast<uint8_t *>(LxImage_Data(image.get()));
     for (int32_t i = 0; i < LxImage_DataSize(image.get()); ++i)
@@ -293,7 +310,8 @@ TEST(CoverageFill, PaintsWhatTheNaiveWayPaints) {
         const ImageHandle expected = makeImage(random.integer(0, 5), width, height, random.coin());
         randomise(random, expected);
         const ImageHandle actual = copyOf(expected), byRule = copyOf(expected);
-        const std::vector<Edge> edges = randomPolygon(random, random.integer(2, 9), random.coin() ? 60 : 20);
+        const auto randomShape = random.integer(0, 3) == 0 ? randomBlocks : randomPolygon;
+        const std::vector<Edge> edges = randomShape(random, random.integer(2, 9), random.coin() ? 60 : 20);
         // The modes and channels that most fills have come often.
         const LxBlend blend = LxBlend_WithChannel(random.coin() ? 2 : random.integer(0, 44),
                                                   random.coin() ? 255 : random.byte(),
