@@ -33,7 +33,9 @@ PixelWeight weighingOf(const Plan &plan, bool masked) {
     if (mode.mode == Mode::dissolve)
         return PixelWeight::told;
     if (masked) {
-        if (plan.rule.weight != Weighing::alpha || mode.weight == WeightSource::a || !plan.skipsAtZero())
+        constexpr Cell plain = {Layout::rgba, Layout::rgba, Layout::rgba};
+        if (plan.cell != plain || plan.rule.alpha != AlphaRule::larger || mode.weight == WeightSource::a ||
+            !plan.skipsAtZero())
             return PixelWeight::told;
         return mode.foldsMaskOnce ? PixelWeight::maskedOnce : PixelWeight::maskedTwice;
     }

@@ -22,7 +22,8 @@ void everyByte(uint8_t *plane, const uint8_t *bytes, size_t pixels) {
 #if defined(__AVX2__)
 
 // Byte `number` of eight pixels, each in a long of its own. Loads take 16 bytes for each four pixels.
-inline __m256i longsOf(const uint8_t *pixels, size_t step, __m256i order) {
+template <size_t step>
+inline __m256i longsOf(const uint8_t *pixels, __m256i order) {
     const auto four = [&](size_t from) {
         return _mm_loadu_si128(reinterpret_cast<const __m128i *>(pixels + from * step));
     };
@@ -30,7 +31,8 @@ inline __m256i longsOf(const uint8_t *pixels, size_t step, __m256i order) {
 }
 
 // Whole vectors of bytes; the pixels behind them are left to the caller.
-size_t componentVectors(uint8_t *plane, const uint8_t *pixels, size_t step, size_t number, size_t count) {
+template <size_t step>
+size_t componentVectors(uint8_t *plane, const uint8_t *pixels, size_t number, size_t count) {
     const auto at = [&](size_t i) { return static_cast<int>(i * step + number); };
     const __m256i order = _mm256_broadcastsi128_si256(
         _mm_setr_epi32(at(0) | ~0xFF, at(1) | ~0xFF, at(2) | ~0xFF, at(3) | ~0xFF));
@@ -38,7 +40,7 @@ size_t componentVectors(uint8_t *plane, const uint8_t *pixels, size_t step, size
     const __m256i inOrder = _mm256_setr_epi32(0, 4, 1, 5, 2, 6, 3, 7);
     size_t i = 0;
     for (; (i + vectorBytes) * step + 4 <= count * step; i += vectorBytes) {
-        const auto eight = [&](size_t from) { return longsOf(pixels + (i + from) * step, step, order); };
+        const auto eight = [&](size_t from) { return longsOf<step>(pixels + (i + from) * step, order); };
         const __m256i words = _mm256_packus_epi32(eight(0), eight(8)),
                       moreWords = _mm256_packus_epi32(eight(16), eight(24));
         store(plane + i, (Bytes)_mm256_permutevar8x32_epi32(_mm256_packus_epi16(words, moreWords), inOrder));
@@ -48,19 +50,21 @@ size_t componentVectors(uint8_t *plane, const uint8_t *pixels, size_t step, size
 
 #else
 
-size_t componentVectors(uint8_t *, const uint8_t *, size_t, size_t, size_t) {
+template <size_t>
+size_t componentVectors(uint8_t *, const uint8_t *, size_t, size_t) {
     return 0;
 }
 
 #endif
 
+template <size_t step>
+void componentOf(uint8_t *plane, const uint8_t *pixels, size_t number, size_t count) {
+    const size_t done = componentVectors<step>(plane, pixels, number, count);
+    everyByte<step>(plane + done, pixels + done * step + number, count - done);
+}
+
 void component(uint8_t *plane, const uint8_t *pixels, size_t step, size_t number, size_t count) {
-    const size_t done = componentVectors(plane, pixels, step, number, count);
-    const uint8_t *const rest = pixels + done * step + number;
-    if (step == 3)
-        everyByte<3>(plane + done, rest, count - done);
-    else
-        everyByte<4>(plane + done, rest, count - done);
+    (step == 3 ? componentOf<3> : componentOf<4>)(plane, pixels, number, count);
 }
 
 void fold(uint8_t *plane, const uint8_t *alpha, const uint8_t *mask, size_t pixels) {

@@ -134,7 +134,7 @@ void draw(const SvgOptions &options, const lx::XmlNode &document) {
         if (options.subset) {
             LxSVG_Read(gc, options.input.c_str());
         } else {
-            drawSvg(gc, document, size, options.input);
+            drawSvg(*image, document, options.input);
             if (options.background.empty())
                 strengthenColors(image.get());
         }

@@ -189,6 +189,46 @@ TEST_P(BlendPipeline, EveryFunctionAgreesForEveryPair) {
     }
 }
 
+TEST_P(BlendPipeline, EveryFunctionAgreesForEveryPairInPixels) {
+    // All three components of a pixel see each pair; every result of an opaque b is the function's.
+    std::vector<uint8_t> a(4 * 65536), b(4 * 65536), out(4 * 65536);
+    for (size_t i = 0; i < 4 * 65536; ++i) {
+        a[i] = static_cast<uint8_t>(i >> 10);
+        b[i] = i % 4 == 3 ? 255 : static_cast<uint8_t>(i >> 2);
+    }
+    for (int mode = 0; mode < 44; ++mode) {
+        const ModeTraits &traits = traitsOf(static_cast<Mode>(mode));
+        // Overlay and NoName04 weigh by the smaller alpha, and so do not give the function alone.
+        if (traits.function == nullptr || traits.weight != WeightSource::b)
+            continue;
+        for (const bool inPlace : {false, true}) {
+            const LxBlend blend = LxBlend(mode, 255);
+            out = a;
+            LxBlend_SelectMapBlendFunction(2, 2, 2)(&blend, out.data(), inPlace ? out.data() : a.data(),
+                                                    b.data(), nullptr, 0, 0, 0, 0, 65536, 1);
+            for (size_t i = 0; i < 4 * 65536; ++i)
+                ASSERT_EQ(out[i], i % 4 == 3 ? 255 : traits.function(a[i], b[i], 255))
+                    << traits.name << ' ' << int(a[i]) << ' ' << int(b[i]);
+        }
+    }
+}
+
+TEST_P(BlendPipeline, EveryTailAgrees) {
+    // Widths around whole vectors, where loads of short pixels would reach behind their rows.
+    Random random(40 + static_cast<uint64_t>(GetParam()));
+    for (int cell = 0; cell < 27; ++cell) {
+        for (uint32_t width = 16; width < 60; ++width) {
+            for (const bool masked : {false, true}) {
+                expectAgreement(random, blendOf(Mode::overlay, random.byte()), cellOf(cell), masked, width,
+                                1);
+                expectAgreement(random, blendOf(Mode::srcOver), cellOf(cell), masked, width, 1);
+                if (HasFatalFailure())
+                    return;
+            }
+        }
+    }
+}
+
 TEST_P(BlendPipeline, TheMixAgreesForEveryWeight) {
     std::vector<uint8_t> a(65536), b(65536), out(65536);
     for (size_t i = 0; i < 65536; ++i) {

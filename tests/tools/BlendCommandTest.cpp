@@ -58,6 +58,97 @@ TEST(BlendCommand, TakesAMask) {
     EXPECT_NE(colour.result.errors.find("a mask is a grey picture"), std::string::npos);
 }
 
+namespace {
+
+// A picture of one colour with marker pixels.
+std::string markedPng(uint32_t width, uint32_t height, const std::vector<std::pair<int, int>> &marks) {
+    std::vector<std::string> rows(height, std::string(width * 3, '\310'));
+    for (const auto &[x, y] : marks)
+        rows[static_cast<size_t>(y)].replace(static_cast<size_t>(x) * 3, 3, std::string("\0\xFF\xFF", 3));
+    return pngFile(width, height, 8, 2, rows);
+}
+
+struct MarkedRun {
+    TemporaryFolder folder;
+    ProgramResult result;
+
+    MarkedRun(const std::vector<std::pair<int, int>> &marks, const std::string &options) {
+        writeFile(folder / "dst.png",
+                  pngFile(30, 20, 8, 2, std::vector<std::string>(20, std::string(90, 'd'))));
+        writeFile(folder / "src.png", markedPng(20, 12, marks));
+        result = runProgram("blend " + (folder / "dst.png").string() + " " + (folder / "src.png").string() +
+                            " -o " + (folder / "out.png").string() + " " + options);
+    }
+    int red(int32_t x, int32_t y) const {
+        const tool::ImageHandle out = tool::readPng(folder / "out.png");
+        LxColor color = {};
+        LxImage_PixelAt(out.get(), x, y, &color);
+        return color.content.rgba.r;
+    }
+};
+
+// Three columns of 3, 4 and 6 pixels, of 8 rows.
+const std::vector<std::pair<int, int>> threeColumns = {{0, 0}, {2, 2}, {6, 2}, {11, 2}, {18, 2}, {2, 11}};
+// Two tiles of 3 by 4 pixels.
+const std::vector<std::pair<int, int>> twoTiles = {{0, 0}, {2, 2}, {7, 2}, {12, 2}, {2, 8}};
+
+} // namespace
+
+TEST(BlendCommand, StretchesAFrame) {
+    const MarkedRun run(threeColumns, "--frame 5,6,27,20");
+    EXPECT_EQ(run.result.status, 0) << run.result.errors;
+    for (const int32_t x : {5, 15, 26}) {
+        EXPECT_EQ(run.red(x, 6), 200) << x;
+        EXPECT_EQ(run.red(x, 5), 100) << x;
+    }
+    EXPECT_EQ(run.red(4, 6), 100);
+    EXPECT_EQ(run.red(27, 6), 100);
+    EXPECT_EQ(run.red(15, 6 + 9), 100) << "columns are as high as their row";
+}
+
+TEST(BlendCommand, AFrameTakesOpacityAndAMaskInItsCorner) {
+    EXPECT_EQ(MarkedRun(threeColumns, "--frame 5,6,27,20 --opacity 128").red(5, 6), 150);
+    const TemporaryFolder folder;
+    writeFile(folder / "mask.png", pngFile(1, 1, 8, 0, {"\xFF"}));
+    const MarkedRun masked(threeColumns, "--frame 5,6,27,20 --mask " + (folder / "mask.png").string());
+    EXPECT_EQ(masked.red(5, 6), 200);
+    EXPECT_EQ(masked.red(6, 6), 100);
+}
+
+TEST(BlendCommand, AFrameNeedsMarksAndAnArea) {
+    const MarkedRun plain({}, "--frame 0,0,10,10");
+    EXPECT_EQ(plain.result.status, 2);
+    EXPECT_NE(plain.result.errors.find("src.png: no marker pixels cut it into the pieces of a frame"),
+              std::string::npos);
+    EXPECT_EQ(MarkedRun(twoTiles, "--frame 0,0,10,10").result.status, 2) << "tiles are no frame";
+    const MarkedRun empty(threeColumns, "--frame 9,0,9,10");
+    EXPECT_EQ(empty.result.status, 2);
+    EXPECT_NE(empty.result.errors.find("--frame: X0,Y0"), std::string::npos);
+    EXPECT_EQ(MarkedRun(threeColumns, "--frame 0,0,10").result.status, 2);
+    EXPECT_EQ(MarkedRun(threeColumns, "--frame 0,0,10,10 --at 1,1").result.status, 2);
+}
+
+TEST(BlendCommand, LaysATile) {
+    const MarkedRun run(twoTiles, "--tile 1,0 --at 10,5");
+    EXPECT_EQ(run.result.status, 0) << run.result.errors;
+    EXPECT_EQ(run.red(10, 5), 200);
+    EXPECT_EQ(run.red(12, 8), 200);
+    EXPECT_EQ(run.red(9, 5), 100);
+    EXPECT_EQ(run.red(13, 5), 100);
+    EXPECT_EQ(run.red(12, 9), 100);
+}
+
+TEST(BlendCommand, ATileMustBeThere) {
+    const MarkedRun past(twoTiles, "--tile 2,0");
+    EXPECT_EQ(past.result.status, 2);
+    EXPECT_NE(past.result.errors.find("has 2 by 1 tiles, counted from 0,0"), std::string::npos);
+    EXPECT_EQ(MarkedRun(twoTiles, "--tile -1,0").result.status, 2);
+    const MarkedRun plain({}, "--tile 0,0");
+    EXPECT_EQ(plain.result.status, 2);
+    EXPECT_NE(plain.result.errors.find("src.png: no marker pixels cut it into tiles"), std::string::npos);
+    EXPECT_EQ(MarkedRun(twoTiles, "--tile 0,0 --frame 0,0,9,9").result.status, 2);
+}
+
 TEST(BlendCommand, UnknownNamesListTheValidOnes) {
     const BlendRun mode("--mode Multiplied");
     EXPECT_EQ(mode.result.status, 2);
