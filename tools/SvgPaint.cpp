@@ -2,14 +2,11 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 
 #include "tools/SvgValues.h"
 
 namespace tool {
 namespace {
-
-constexpr int mostStops = 10;
 
 // A gradient may take what it lacks from another, which may do so too, and files name them in circles.
 constexpr size_t longestChain = 8;
@@ -21,15 +18,14 @@ std::vector<SvgStop> stopsOf(const lx::XmlNode &gradient) {
     std::vector<SvgStop> stops;
     for (lx::XmlNode node = gradient.firstChild(); node && stops.size() < mostStopsOfFile;
          node = node.next()) {
-        const std::string_view name = node.type() == lx::XmlNode::element ? node.name() : "";
-        if (name != "stop" && name != "svg:stop")
+        if (nameOf(node) != "stop")
             continue;
         double position = fractionFrom(attributeOf(node, "offset")).value_or(0);
         if (!stops.empty())
             position = std::max(position, stops.back().position);
         LxRGBA color = colorFrom(propertyOf(node, "stop-color")).value_or(LxRGBA_Black);
-        color.a =
-            static_cast<uint8_t>(255 * fractionFrom(propertyOf(node, "stop-opacity")).value_or(1) + 0.5);
+        const double opacity = fractionFrom(propertyOf(node, "stop-opacity")).value_or(1);
+        color.a = static_cast<uint8_t>(color.a * opacity + 0.5);
         stops.push_back({position, color});
     }
     return stops;
@@ -53,139 +49,65 @@ LxRGBA colorAt(const std::vector<SvgStop> &stops, double t) {
     return stops.back().color;
 }
 
-// The part from `first` to `last` of a gradient's way, laid out from 0 to 1.
-std::vector<SvgStop> part(const std::vector<SvgStop> &stops, double first, double last) {
-    std::vector<SvgStop> result = {{0, colorAt(stops, first)}};
-    for (const SvgStop &stop : stops) {
-        const double position = (stop.position - first) / (last - first);
-        if (position > 0 && position < 1)
-            result.push_back({position, stop.color});
-    }
-    if (last < first)
-        std::reverse(result.begin() + 1, result.end());
-    result.push_back({1, colorAt(stops, last)});
-    if (result.size() <= mostStops)
-        return result;
-    result.clear();
-    for (int i = 0; i < mostStops; ++i) {
-        const double position = i / (mostStops - 1.0);
-        result.push_back({position, colorAt(stops, first + (last - first) * position)});
-    }
-    return result;
-}
-
-GradientHandle gradientOf(int32_t type, const std::vector<SvgStop> &stops) {
-    GradientHandle gradient(LxGradient_Create());
-    LxGradient_SetType(gradient.get(), type, kLxGradientLinear);
-    int32_t index = 0;
-    for (const SvgStop &stop : stops)
-        LxGradient_AddColor(gradient.get(), LxColor_RGBA_t(stop.color), index++, stop.position, 0.5);
-    return gradient;
-}
-
-// A gradient's own geometry: how far along its way, 0 to 1, a pixel lies.
-struct Way {
-    LxMatrix fromPixels;
-    bool radial;
-    LxPointD from, to; // the ends of a line; the centre of a circle
-    double radius;
-
-    double at(double x, double y) const {
-        LxMatrix_MulCoordD(&fromPixels, &x, &y);
-        if (radial)
-            return std::hypot(x - from.x, y - from.y) / radius;
-        const double dx = to.x - from.x, dy = to.y - from.y;
-        return ((x - from.x) * dx + (y - from.y) * dy) / (dx * dx + dy * dy);
-    }
-};
-
-GradientHandle linear(const Way &way, const std::vector<SvgStop> &stops, const LxRectD &p) {
-    const double origin = way.at(p.x0, p.y0);
-    const double across = way.at(p.x1, p.y0) - origin, down = way.at(p.x0, p.y1) - origin;
-    const double width = p.x1 - p.x0, height = p.y1 - p.y0;
-    const double share = width / (width + height);
-    struct Fit {
-        int32_t type;
-        double first, last, error; // the error at the corners between
-    };
-    const Fit fits[] = {
-        {kLxGradientAcross, origin + down / 2, origin + down / 2 + across, std::abs(down) / 2},
-        {kLxGradientDown, origin + across / 2, origin + across / 2 + down, std::abs(across) / 2},
-        {kLxGradientDiagonal, origin, origin + across + down, std::abs(across - (across + down) * share)},
-        {kLxGradientDiagonalUp, origin + across, origin + down, std::abs(across + (down - across) * share)}};
-    const Fit &best = *std::min_element(std::begin(fits), std::end(fits),
-                                        [](const Fit &a, const Fit &b) { return a.error < b.error; });
-    // A line without a length has no way: its last colour is everywhere.
-    if (!std::isfinite(best.first) || !std::isfinite(best.last))
-        return gradientOf(kLxGradientDown, {{0, stops.back().color}});
-    if (best.first == best.last)
-        return gradientOf(kLxGradientDown, {{0, colorAt(stops, best.first)}});
-    return gradientOf(best.type, part(stops, best.first, best.last));
-}
-
-// From the middle of the nearer sides to the middle of the shape. The library lays the stops over half the
-// width, so those of a flat shape are drawn together to half the height.
-GradientHandle radial(const Way &way, const std::vector<SvgStop> &stops, const LxRectD &p) {
-    const double width = p.x1 - p.x0, height = p.y1 - p.y0;
-    const LxPointD middle = {(p.x0 + p.x1) / 2, (p.y0 + p.y1) / 2};
-    const LxPointD side = width <= height ? LxPointD{p.x0, middle.y} : LxPointD{middle.x, p.y0};
-    std::vector<SvgStop> inward;
-    // Not the tenth stop: unless it stands at the very end, it passes on to the first colour again.
-    constexpr int stopsInward = mostStops - 1;
-    for (int i = 0; i < stopsInward; ++i) {
-        const double t = i / (stopsInward - 1.0);
-        const double along = way.at(side.x + (middle.x - side.x) * t, side.y + (middle.y - side.y) * t);
-        inward.push_back({t * std::min(1.0, height / width), colorAt(stops, std::isnan(along) ? 1 : along)});
-    }
-    return gradientOf(kLxGradientInward, inward);
+// A place on the way or beyond its ends, brought to 0 to 1; what is not a number is the end.
+double spread(double t, SvgSpread how) {
+    if (!std::isfinite(t))
+        return t < 0 ? 0 : 1;
+    if (how == SvgSpread::repeat)
+        return t - std::floor(t);
+    if (how == SvgSpread::reflect)
+        return std::abs(t - 2 * std::floor(t / 2 + 0.5));
+    return std::clamp(t, 0.0, 1.0);
 }
 
 } // namespace
 
-std::string_view attributeOf(const lx::XmlNode &element, std::string_view name) {
-    for (lx::XmlAttribute a = element.firstAttribute(); a; a = a.next())
-        if (a.name() == name)
-            return a.value();
-    return {};
-}
-
-std::string_view propertyOf(const lx::XmlNode &element, std::string_view name) {
-    std::string_view style = attributeOf(element, "style");
-    while (!style.empty()) {
-        const std::string_view declaration = style.substr(0, style.find(';'));
-        style.remove_prefix(std::min(style.size(), declaration.size() + 1));
-        const size_t colon = declaration.find(':');
-        if (colon != std::string_view::npos && trimmed(declaration.substr(0, colon)) == name)
-            return trimmed(declaration.substr(colon + 1));
+SvgShade::SvgShade(const std::vector<SvgStop> &stops, const Way &way, SvgSpread spread, double opacity)
+    : way_(way), spread_(spread) {
+    for (int i = 0; i < entries; ++i) {
+        LxRGBA color = colorAt(stops, i / (entries - 1.0));
+        color.a = static_cast<uint8_t>(color.a * opacity + 0.5);
+        table_[static_cast<size_t>(i)] = color;
     }
-    return trimmed(attributeOf(element, name));
 }
 
-SvgGradients::SvgGradients(const lx::XmlNode &document, double width, double height)
+double SvgShade::along(double x, double y) const {
+    LxMatrix_MulCoordD(&way_.fromPixels, &x, &y);
+    const double dx = x - way_.from.x, dy = y - way_.from.y;
+    const double wayX = way_.to.x - way_.from.x, wayY = way_.to.y - way_.from.y;
+    const double dot = dx * wayX + dy * wayY, square = wayX * wayX + wayY * wayY;
+    if (!way_.radial)
+        return dot / square;
+    // The circles between the focus and the rim have the centres from + t * way and the radii t * radius: the
+    // t of the one through this place.
+    const double rest = way_.radius * way_.radius - square;
+    return (std::sqrt(dot * dot + rest * (dx * dx + dy * dy)) - dot) / rest;
+}
+
+LxRGBA SvgShade::at(double x, double y) const {
+    return table_[static_cast<size_t>(spread(along(x, y), spread_) * (entries - 1) + 0.5)];
+}
+
+SvgGradients::SvgGradients(const SvgElements &elements, double width, double height)
     : width_(width), height_(height) {
-    lx::XmlNode node = document;
-    while (node) {
-        const std::string_view name = node.type() == lx::XmlNode::element ? node.name() : "";
-        if (name.ends_with("linearGradient") || name.ends_with("radialGradient"))
-            byId_.emplace(attributeOf(node, "id"), read(node));
-        lx::XmlNode next = node.firstChild();
-        while (!next && node) {
-            next = node.next();
-            node = node.parent();
-        }
-        node = next;
-    }
+    for (const auto &[id, element] : elements.all())
+        if (const std::string_view name = nameOf(element);
+            name == "linearGradient" || name == "radialGradient")
+            byId_.emplace(id, read(element));
 }
 
 SvgGradients::Gradient SvgGradients::read(const lx::XmlNode &element) {
-    static constexpr std::string_view names[numberCount] = {"x1", "y1", "x2", "y2", "cx", "cy", "r"};
+    static constexpr std::string_view names[numberCount] = {"x1", "y1", "x2", "y2", "cx",
+                                                            "cy", "r",  "fx", "fy"};
     Gradient gradient;
-    gradient.radial = std::string_view(element.name()).ends_with("radialGradient");
-    for (const std::string_view name : {"xlink:href", "href"})
-        if (const std::string_view base = attributeOf(element, name); base.starts_with('#'))
-            gradient.base = base.substr(1);
+    gradient.radial = nameOf(element) == "radialGradient";
+    gradient.base = referenceOf(element);
     if (const std::string_view units = attributeOf(element, "gradientUnits"); !units.empty())
         gradient.ofBox = units != "userSpaceOnUse";
+    if (const std::string_view spread = attributeOf(element, "spreadMethod"); !spread.empty())
+        gradient.spread = spread == "reflect"  ? SvgSpread::reflect
+                          : spread == "repeat" ? SvgSpread::repeat
+                                               : SvgSpread::pad;
     if (const std::string_view transform = attributeOf(element, "gradientTransform"); !transform.empty())
         gradient.transform = transformFrom(transform);
     for (size_t i = 0; i < numberCount; ++i)
@@ -194,52 +116,62 @@ SvgGradients::Gradient SvgGradients::read(const lx::XmlNode &element) {
     return gradient;
 }
 
-std::vector<const SvgGradients::Gradient *> SvgGradients::chain(std::string_view id) const {
-    std::vector<const Gradient *> gradients;
-    for (auto found = byId_.find(id); found != byId_.end() && gradients.size() < longestChain;
-         found = byId_.find(found->second.base))
-        gradients.push_back(&found->second);
-    return gradients;
+// The gradient with what it takes from others.
+SvgGradients::Gradient SvgGradients::whole(std::string_view id) const {
+    Gradient result = byId_.at(id);
+    size_t links = 1;
+    for (auto base = byId_.find(result.base); base != byId_.end() && links < longestChain;
+         base = byId_.find(base->second.base), ++links) {
+        const Gradient &other = base->second;
+        const auto take = [](auto &value, const auto &otherValue) {
+            if (!value)
+                value = otherValue;
+        };
+        take(result.ofBox, other.ofBox);
+        take(result.spread, other.spread);
+        take(result.transform, other.transform);
+        for (size_t i = 0; i < numberCount; ++i)
+            take(result.numbers[i], other.numbers[i]);
+        if (result.stops.empty())
+            result.stops = other.stops;
+    }
+    return result;
 }
 
-GradientHandle SvgGradients::make(std::string_view id, const LxRectD &box, const LxMatrix &toPixels,
-                                  const LxRectD &pixels, double opacity) const {
-    // What no gradient of the chain tells stays as it is here.
-    bool ofBox = true;
-    LxMatrix transform = LxMatrix_0;
-    SvgLength numbers[numberCount] = {{0, true},   {0, true},   {1, true},  {0, true},
-                                      {0.5, true}, {0.5, true}, {0.5, true}};
-    std::vector<SvgStop> stops;
-    const auto gradients = chain(id);
-    for (auto gradient = gradients.rbegin(); gradient != gradients.rend(); ++gradient) {
-        ofBox = (*gradient)->ofBox.value_or(ofBox);
-        transform = (*gradient)->transform.value_or(transform);
-        for (size_t i = 0; i < numberCount; ++i)
-            numbers[i] = (*gradient)->numbers[i].value_or(numbers[i]);
-        if (!(*gradient)->stops.empty())
-            stops = (*gradient)->stops;
-    }
-    if (stops.empty())
-        return {};
-    for (SvgStop &stop : stops)
-        stop.color.a = static_cast<uint8_t>(stop.color.a * opacity + 0.5);
-
+std::unique_ptr<SvgShade> SvgGradients::make(std::string_view id, const LxRectD &box,
+                                             const LxMatrix &toPixels, double opacity) const {
+    const Gradient gradient = whole(id);
+    const bool ofBox = gradient.ofBox.value_or(true);
+    if (gradient.stops.empty() || (ofBox && !(box.x0 < box.x1 && box.y0 < box.y1)))
+        return nullptr;
     LxMatrix matrix = toPixels;
     if (ofBox)
         matrix = product(matrix, {box.x1 - box.x0, 0, box.x0, 0, box.y1 - box.y0, box.y0, 0, 0, 1});
-    matrix = product(matrix, transform);
+    matrix = product(matrix, gradient.transform.value_or(LxMatrix_0));
     const double width = ofBox ? 1 : width_, height = ofBox ? 1 : height_;
-    Way way = {};
+    const auto number = [&](Number n, double whole, double share) {
+        return gradient.numbers[n].value_or(SvgLength{share, true}).of(whole);
+    };
+
+    SvgShade::Way way = {};
     LxMatrix_GetInverse(&way.fromPixels, &matrix);
-    way.radial = gradients.front()->radial;
+    way.radial = gradient.radial;
     if (way.radial) {
-        way.from = {numbers[centerX].of(width), numbers[centerY].of(height)};
-        way.radius = numbers[radius].of(std::hypot(width, height) / std::sqrt(2.0));
-        return radial(way, stops, pixels);
+        way.to = {number(centerX, width, 0.5), number(centerY, height, 0.5)};
+        way.from = {gradient.numbers[focusX].value_or(SvgLength{way.to.x, false}).of(width),
+                    gradient.numbers[focusY].value_or(SvgLength{way.to.y, false}).of(height)};
+        way.radius = number(radius, std::hypot(width, height) / std::sqrt(2.0), 0.5);
+        // A focus must lie inside the circle.
+        constexpr double farthestFocus = 0.99;
+        const double away = std::hypot(way.from.x - way.to.x, way.from.y - way.to.y);
+        if (const double most = farthestFocus * way.radius; away > most)
+            way.from = {way.to.x + (way.from.x - way.to.x) * most / away,
+                        way.to.y + (way.from.y - way.to.y) * most / away};
+    } else {
+        way.from = {number(x1, width, 0), number(y1, height, 0)};
+        way.to = {number(x2, width, 1), number(y2, height, 0)};
     }
-    way.from = {numbers[x1].of(width), numbers[y1].of(height)};
-    way.to = {numbers[x2].of(width), numbers[y2].of(height)};
-    return linear(way, stops, pixels);
+    return std::make_unique<SvgShade>(gradient.stops, way, gradient.spread.value_or(SvgSpread::pad), opacity);
 }
 
 } // namespace tool

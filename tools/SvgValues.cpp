@@ -18,9 +18,9 @@ bool isDigit(char c) {
     return c >= '0' && c <= '9';
 }
 
-LxRGBA rgba(double r, double g, double b) {
+LxRGBA rgba(double r, double g, double b, double a = 255) {
     const auto byte = [](double value) { return static_cast<uint8_t>(std::clamp(value, 0.0, 255.0) + 0.5); };
-    return LxColor_RGBA(byte(r), byte(g), byte(b), 255).content.rgba;
+    return LxColor_RGBA(byte(r), byte(g), byte(b), byte(a)).content.rgba;
 }
 
 std::optional<LxRGBA> hexColor(std::string_view digits) {
@@ -28,11 +28,18 @@ std::optional<LxRGBA> hexColor(std::string_view digits) {
     const char *const end = digits.data() + digits.size();
     if (std::from_chars(digits.data(), end, value, 16).ptr != end)
         return {};
-    if (digits.size() == 3)
+    switch (digits.size()) {
+    case 3:
         return rgba((value >> 8) * 17, (value >> 4 & 15) * 17, (value & 15) * 17);
-    if (digits.size() == 6)
+    case 4:
+        return rgba((value >> 12) * 17, (value >> 8 & 15) * 17, (value >> 4 & 15) * 17, (value & 15) * 17);
+    case 6:
         return rgba(value >> 16, value >> 8 & 255, value & 255);
-    return {};
+    case 8:
+        return rgba(value >> 24, value >> 16 & 255, value >> 8 & 255, value & 255);
+    default:
+        return {};
+    }
 }
 
 std::optional<LxRGBA> functionColor(std::string_view arguments) {
@@ -48,7 +55,9 @@ std::optional<LxRGBA> functionColor(std::string_view arguments) {
             reader = NumberReader(reader.rest().substr(1));
         }
     }
-    return rgba(parts[0], parts[1], parts[2]);
+    const auto alpha = fractionFrom(
+        reader.rest().substr(std::min(reader.rest().find_first_not_of(", "), reader.rest().size())));
+    return rgba(parts[0], parts[1], parts[2], 255 * alpha.value_or(1));
 }
 
 LxMatrix affine(double a, double b, double c, double d, double e, double f) {
@@ -159,8 +168,9 @@ std::optional<LxRGBA> colorFrom(std::string_view text) {
     text = trimmed(text);
     if (text.starts_with('#'))
         return hexColor(text.substr(1));
-    if (text.starts_with("rgb("))
-        return functionColor(text.substr(4));
+    for (const std::string_view function : {"rgb(", "rgba("})
+        if (text.starts_with(function))
+            return functionColor(text.substr(function.size()));
     const auto value = namedColor(text);
     return value ? std::optional(rgba(*value >> 16, *value >> 8 & 255, *value & 255)) : std::nullopt;
 }

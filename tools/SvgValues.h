@@ -40,7 +40,7 @@ std::optional<SvgLength> lengthFrom(std::string_view text);
 // A number, or a percentage of 1, held to 0 to 1.
 std::optional<double> fractionFrom(std::string_view text);
 
-// "#rgb", "#rrggbb", "rgb(r, g, b)" or a name; opaque. Nothing for anything else.
+// "#rgb", "#rrggbb", "rgb(r, g, b)", each with an alpha or without, or a name. Nothing for anything else.
 std::optional<LxRGBA> colorFrom(std::string_view text);
 
 // The transforms of a list, multiplied; those from the first that cannot be read on are left out.

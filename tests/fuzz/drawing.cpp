@@ -1,7 +1,5 @@
 // Any bytes as a stranger's SVG file, played onto a small picture.
 
-#include <oxlume/LxGC.h>
-
 #include "tests/fuzz/MemoryFile.h"
 #include "tools/Failure.h"
 #include "tools/ImageHandle.h"
@@ -15,8 +13,8 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
     const tool::ImageHandle image(LxImage_Create(kLxPixelRGBA, 0, 0, 32, 32, 1, 0));
     try {
         tool::drawingSize(tree.root(), 2048, "drawing");
-        tool::drawSvg(LxImage_GC(image.get()), tree.root(), {32, 32}, "drawing",
-                      {.shapes = 50, .points = 2000, .work = 1e5});
+        tool::drawSvg(*image, tree.root(), "drawing",
+                      {.elements = 200, .shapes = 50, .points = 2000, .work = 1e5});
     } catch (const tool::Failure &) {
     }
     return 0;
