@@ -56,8 +56,17 @@ void gainOfProduct(uint8_t *lanes, const uint8_t *first, const uint8_t *b, bool 
 
 void gain(uint8_t *lanes, const uint8_t *, const uint8_t *b, bool hasAlpha, size_t count) {
     const uint8_t *const table = function::gainTable();
-    for (size_t i = 0; i < count; ++i)
-        lanes[i] = hasAlpha && i % 4 == 3 ? b[i] : table[b[i]];
+    size_t i = 0;
+    for (; i + 4 <= count; i += 4) {
+        uint32_t v;
+        __builtin_memcpy(&v, b + i, 4);
+        const uint32_t last = hasAlpha ? v & 0xFF000000 : uint32_t{table[v >> 24]} << 24;
+        const uint32_t four = uint32_t{table[v & 0xFF]} | uint32_t{table[v >> 8 & 0xFF]} << 8 |
+                              uint32_t{table[v >> 16 & 0xFF]} << 16 | last;
+        __builtin_memcpy(lanes + i, &four, 4);
+    }
+    for (; i < count; ++i)
+        lanes[i] = table[b[i]];
 }
 
 } // namespace
