@@ -86,13 +86,13 @@ public:
         const auto column = [&](double x) {
             return static_cast<ptrdiff_t>(std::clamp(x, 0.0, width(image) - 1.0)) * pixelBytes;
         };
-        if (height_ == 0 || !(bounds[2] - bounds[0] < mostPixels))
+        if (height_ == 0 || firstRow(image) == nullptr || !(bounds[2] - bounds[0] < mostPixels))
             return;
         first_ = column(bounds[0]);
         last_ = column(bounds[2]);
     }
 
-    // The rows of a shape that begins at the row y, up to the one in front of `row + distance`.
+    // The first rows of a shape from the row y to `last`.
     void begin(int32_t y, int32_t last) const {
         for (int32_t end = std::min(y + distance, last + 1); y < end; ++y)
             ask(y);
