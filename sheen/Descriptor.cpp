@@ -13,8 +13,8 @@
 namespace lx {
 namespace {
 
-OwnedImage imageOf(LxPixelType type, int32_t width, int32_t height, bool clear, bool flipped) {
-    return OwnedImage(createImage(type, {0, 0, width, height}, clear, flipped));
+ImageHandle imageOf(LxPixelType type, int32_t width, int32_t height, bool clear, bool flipped) {
+    return ImageHandle(createImage(type, {0, 0, width, height}, clear, flipped));
 }
 
 void clearImage(LxImage *image) {
@@ -28,8 +28,8 @@ void fillImage(LxImage &image, LxRGBA color) {
 }
 
 // A copy of a layer's heights, or null.
-OwnedImage copyOfHeights(const LxImage &heights) {
-    OwnedImage copy = imageOf(kLxPixelF, width(heights), height(heights), false, false);
+ImageHandle copyOfHeights(const LxImage &heights) {
+    ImageHandle copy = imageOf(kLxPixelF, width(heights), height(heights), false, false);
     if (copy != nullptr)
         std::copy_n(static_cast<const uint8_t *>(LxImage_ConstData(&heights)), LxImage_DataSize(&heights),
                     static_cast<uint8_t *>(LxImage_Data(copy.get())));
@@ -172,7 +172,7 @@ int32_t LxSheenDescriptor::Render() {
             compositeLayer(*layer, *floatImage, *colorImage);
     }
     tellStep(2 * LayerCount());
-    OwnedImage lit = litPicture(*this);
+    ImageHandle lit = litPicture(*this);
     if (lit == nullptr)
         return 0;
     if (image != nullptr)

@@ -70,9 +70,9 @@ public:
 
     // A layer never moves in memory while it lives, so its name stays where it is when others are added.
     std::deque<LxSheenLayer> layers;
-    OwnedImage floatImage; // kLxPixelF: the composite heights
-    OwnedImage colorImage; // kLxPixelRGBA: the composite colours before lighting
-    OwnedImage image;      // kLxPixelRGBA: the lit picture
+    ImageHandle floatImage; // kLxPixelF: the composite heights
+    ImageHandle colorImage; // kLxPixelRGBA: the composite colours before lighting
+    ImageHandle image;      // kLxPixelRGBA: the lit picture
     int32_t currentLayer = -1;
     int32_t width = 1, height = 1;
     LxSheenLight light = defaultLight;
@@ -90,7 +90,7 @@ private:
 
     // Pictures that renders replaced. Callers may still hold them, so they live until the next change of size
     // or scale.
-    std::vector<OwnedImage> replaced_;
+    std::vector<ImageHandle> replaced_;
 };
 
 } // namespace lx

@@ -1,19 +1,12 @@
 // A layer: a surface, how it looks and how it meets the layers under it, and its sampled heights.
 #pragma once
 
-#include <memory>
 #include <string>
 
-#include <oxlume/LxImage.h>
-
+#include "image/ImageHandle.h"
 #include "sheen/Surface.h"
 
 namespace lx {
-
-struct DeleteImage {
-    void operator()(LxImage *image) const { LxImage_Delete(image); }
-};
-using OwnedImage = std::unique_ptr<LxImage, DeleteImage>;
 
 // How a layer's height `b` meets the height `a` under it. Numbers beyond these leave the pixel as it is.
 enum CompositeMode : uint32_t {
@@ -51,7 +44,7 @@ public:
     uint32_t compositeMode = compositeAdd;
     double opacity = 1.0; // of the colour
     LxRGBA color = {255, 255, 255, 255};
-    OwnedImage image;              // kLxPixelF, of the descriptor's size
+    ImageHandle image;             // kLxPixelF, of the descriptor's size
     LxRectD bounds = {0, 0, 0, 0}; // the pixels with a height above 0, far sides exclusive
 };
 

@@ -66,7 +66,7 @@ void clearEdges(LxImage &picture) {
 
 } // namespace
 
-OwnedImage litPicture(const LxSheenDescriptor &descriptor) {
+ImageHandle litPicture(const LxSheenDescriptor &descriptor) {
     const LxImage &heights = *descriptor.floatImage;
     const LxImage &colors = *descriptor.colorImage;
     const int32_t side = width(heights);
@@ -75,7 +75,7 @@ OwnedImage litPicture(const LxSheenDescriptor &descriptor) {
     const bool isPlain = side == height(heights) && side >= 3 && side == descriptor.width &&
                          side == descriptor.height && frame.x1 - int64_t{frame.x0} == side &&
                          frame.y1 - int64_t{frame.y0} == side;
-    OwnedImage picture(createImage(kLxPixelRGBA, frame, !isPlain, false));
+    ImageHandle picture(createImage(kLxPixelRGBA, frame, !isPlain, false));
     if (picture == nullptr || descriptor.width < 3)
         return picture;
     LightPass pass = lightOf(descriptor);

@@ -30,6 +30,6 @@ void lightPixels(const LightPass &pass);
 }
 
 // The lit picture of a descriptor whose composite stands, or null if it cannot be made.
-OwnedImage litPicture(const LxSheenDescriptor &descriptor);
+ImageHandle litPicture(const LxSheenDescriptor &descriptor);
 
 } // namespace lx

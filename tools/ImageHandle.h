@@ -1,16 +1,10 @@
-// An image that deletes itself.
+// Images of the program delete themselves.
 #pragma once
 
-#include <memory>
-
-#include <oxlume/LxImage.h>
+#include "image/ImageHandle.h"
 
 namespace tool {
 
-struct DeleteImage {
-    void operator()(LxImage *image) const { LxImage_Delete(image); }
-};
-
-using ImageHandle = std::unique_ptr<LxImage, DeleteImage>;
+using lx::ImageHandle;
 
 } // namespace tool

@@ -18,6 +18,7 @@
 #include "tools/Command.h"
 #include "tools/PngFile.h"
 #include "tools/Progress.h"
+#include "tools/RendererOption.h"
 #include "tools/SvgDrawing.h"
 
 namespace tool {
@@ -32,6 +33,7 @@ constexpr PictureSize ordinarySize = {512, 512};
 struct SvgOptions {
     std::string input, output, size, background;
     bool subset = false;
+    CanvasMaker makeCanvas = makeSoftwareCanvas;
 };
 
 // The numbers of a text that are separated by `separator`; none if it is not made of numbers.
@@ -104,42 +106,30 @@ PictureSize subsetSizeOf(const lx::XmlNode &document) {
     return ordinarySize;
 }
 
-// Drawn onto nothing, colours come out weakened by their alpha, and PNG files want them at full strength.
-void strengthenColors(LxImage *image) {
-    for (int32_t y = 0; y < LxImage_h(image); ++y)
-        for (int32_t x = 0; x < LxImage_w(image); ++x) {
-            LxRGBA &rgba = *static_cast<LxRGBA *>(LxImage_Pointer(image, x, y));
-            const int alpha = rgba.a;
-            if (alpha == 0 || alpha == 255)
-                continue;
-            for (uint8_t *channel : {&rgba.r, &rgba.g, &rgba.b})
-                *channel = static_cast<uint8_t>(std::min(255, (*channel * 255 + alpha / 2) / alpha));
-        }
-}
-
 void draw(const SvgOptions &options, const lx::XmlNode &document) {
     PictureSize size;
     if (!options.size.empty())
         size = sizeFrom(options.size);
     else
         size = options.subset ? subsetSizeOf(document) : drawingSize(document, largestSide, options.input);
-    const ImageHandle image(LxImage_Create(kLxPixelRGBA, 0, 0, size.width, size.height, 1, 0));
-    LxGC *gc = LxImage_GC(image.get());
-    if (gc == nullptr)
-        throw Failure("not enough memory for the picture");
+    if (!options.subset && options.makeCanvas != makeSoftwareCanvas)
+        throw Failure("--renderer: without --subset drawings are drawn by software alone");
+    const std::unique_ptr<Canvas> canvas = options.makeCanvas(size.width, size.height);
+    LxGC *gc = canvas->context();
     if (!options.background.empty())
         LxGC_Fill(gc, backgroundFrom(options.background));
-    {
-        const Progress progress("drawing " + options.input, 0);
-        if (options.subset) {
-            LxSVG_Read(gc, options.input.c_str());
-        } else {
-            drawSvg(*image, document, options.input);
-            if (options.background.empty())
-                strengthenColors(image.get());
-        }
+
+    const Progress progress("drawing " + options.input, 0);
+    if (options.subset)
+        LxSVG_Read(gc, options.input.c_str());
+    const ImageHandle picture = canvas->finish();
+    if (!options.subset) {
+        drawSvg(*picture, document, options.input);
+        // Drawn onto nothing, colours come out weakened by their alpha.
+        if (options.background.empty())
+            divideByAlpha(*picture);
     }
-    writePng(options.output, *image);
+    writePng(options.output, *picture);
 }
 
 void runSvg(const SvgOptions &options) {
@@ -158,6 +148,7 @@ void addSvgCommand(CLI::App &program) {
     command->add_option("-o,--output", options->output, "Write the picture to this PNG file")->required();
     command->add_option("--size", options->size, "WIDTHxHEIGHT in pixels; by default the file's own");
     command->add_option("--background", options->background, "R,G,B or R,G,B,A; by default transparent");
+    addRendererOption(*command, options->makeCanvas);
     command->add_flag(
         "--subset", options->subset,
         "Draw with the library's own reader: paths of the simplest commands and lines, y upwards");

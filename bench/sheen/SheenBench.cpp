@@ -137,7 +137,7 @@ void lighting(benchmark::State &state, int size) {
 }
 
 // The lighting pass as a loop over pixels.
-OwnedImage litPlainly(const LxSheenDescriptor &d) {
+ImageHandle litPlainly(const LxSheenDescriptor &d) {
     const LxSheenLight &light = d.light;
     const auto lx =
         static_cast<float>(std::cos(light.azimuth) * std::cos(light.elevation) * light.brilliance);
@@ -149,7 +149,7 @@ OwnedImage litPlainly(const LxSheenDescriptor &d) {
     const auto depth2 = static_cast<float>(depth * depth);
     const auto ambient = static_cast<float>(light.ambient);
     const auto threshold = static_cast<float>(d.alphaThreshold);
-    OwnedImage picture(LxImage_Create(kLxPixelRGBA, 0, 0, d.width, d.height, 1, 0));
+    ImageHandle picture(LxImage_Create(kLxPixelRGBA, 0, 0, d.width, d.height, 1, 0));
     for (int y = 1; y < d.height - 1; ++y) {
         const auto *above = reinterpret_cast<const float *>(rowAddress(*d.floatImage, y - 1));
         const auto *middle = reinterpret_cast<const float *>(rowAddress(*d.floatImage, y));

@@ -45,7 +45,7 @@ void frame(double x, double y, double width, double height) {
 using namespace lx;
 
 void LxCocoa_BlitNSImage(double x, double y, LxImage *image) {
-    if (!hasFocus())
+    if (image == nullptr || !hasFocus() || !fitsItsPixel(BitmapForm(*image)))
         return;
     NSImage *picture = [[NSImage alloc] initWithContentsOfLxImage:image];
     static_assert(NSCompositeSourceOver == 2);

@@ -98,6 +98,18 @@ TEST(Focus, GrabsAreNativeImagesThatCountRowsAsTheViewDoes) {
     }
 }
 
+// The platform would be told of more bytes than such an image has, and read beyond the last pixel.
+TEST(Focus, PremultipliedImagesAreNotDrawn) {
+    const ImageHandle image = makeImage(kLxPixelRGBAPremultiplied, 8, 8);
+    LxImage_Fill(image.get(), LxColor_RGBA(0, 255, 0, 255));
+    NSView *view = showView([&](NSView *) {
+        LxCocoa_BlitNSImage(20, 30, image.get());
+        LxCocoa_BlitImage(100, 100, 132, 116, image.get());
+    });
+    EXPECT_NE(colorAt(view, 22, 32).g, 255);
+    EXPECT_NE(colorAt(view, 101, 101).g, 255);
+}
+
 TEST(Focus, ImagesAndLinesAreDrawnWhereTold) {
     ImageHandle image = greenImage();
     NSView *view = showView([&](NSView *) {

@@ -12,15 +12,15 @@ using namespace lx;
 
 namespace {
 
-float heightAt(const OwnedImage &heights, int x, int y) {
+float heightAt(const ImageHandle &heights, int x, int y) {
     return reinterpret_cast<const float *>(rowAddress(*heights, y))[x];
 }
 
-LxRGBA colorAt(const OwnedImage &colors, int x, int y) {
+LxRGBA colorAt(const ImageHandle &colors, int x, int y) {
     return reinterpret_cast<const LxRGBA *>(rowAddress(*colors, y))[x];
 }
 
-bool sameBytes(const OwnedImage &a, const OwnedImage &b) {
+bool sameBytes(const ImageHandle &a, const ImageHandle &b) {
     return LxImage_DataSize(a.get()) == LxImage_DataSize(b.get()) &&
            std::memcmp(LxImage_Data(a.get()), LxImage_Data(b.get()),
                        static_cast<size_t>(LxImage_DataSize(a.get()))) == 0;

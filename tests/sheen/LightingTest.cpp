@@ -24,7 +24,7 @@ LxRGBA &colorAt(LxSheenDescriptor &descriptor, int x, int y) {
     return reinterpret_cast<LxRGBA *>(rowAddress(*descriptor.colorImage, y))[x];
 }
 
-LxRGBA pixelAt(const OwnedImage &picture, int x, int y) {
+LxRGBA pixelAt(const ImageHandle &picture, int x, int y) {
     return reinterpret_cast<const LxRGBA *>(rowAddress(*picture, y))[x];
 }
 
@@ -97,7 +97,7 @@ TEST(Lighting, EqualsThePlainForm) {
         }
         for (const VectorLevel level : {VectorLevel::baseline, VectorLevel::avx2}) {
             capVectorLevel(level);
-            const OwnedImage picture = litPicture(d);
+            const ImageHandle picture = litPicture(d);
             ASSERT_NE(picture, nullptr);
             for (int y = 0; y < size; ++y) {
                 for (int x = 0; x < size; ++x) {
@@ -161,7 +161,7 @@ TEST(Lighting, ThePictureSitsOneRowLowerThanItsHeights) {
         heightAt(d, x, 4) = 0.01f; // at the threshold, not above it
         heightAt(d, x, 5) = heightAt(d, x, 6) = 0.0f;
     }
-    const OwnedImage picture = litPicture(d);
+    const ImageHandle picture = litPicture(d);
     EXPECT_EQ(pixelAt(picture, 3, 1).a, 0);
     EXPECT_EQ(pixelAt(picture, 3, 2).a, 0) << "the shape's first row";
     EXPECT_EQ(pixelAt(picture, 3, 3).a, 255);
@@ -171,7 +171,7 @@ TEST(Lighting, ThePictureSitsOneRowLowerThanItsHeights) {
 
 TEST(Lighting, PicturesNarrowerThanThreePixelsStayTransparent) {
     for (const int size : {1, 2}) {
-        const OwnedImage picture = litPicture(flat(size));
+        const ImageHandle picture = litPicture(flat(size));
         ASSERT_NE(picture, nullptr);
         for (int i = 0; i < size * size; ++i)
             EXPECT_EQ(pixelAt(picture, i % size, i / size).a, 0);
@@ -182,7 +182,7 @@ TEST(Lighting, TheShadowsDisplacementWidensTheFrame) {
     LxSheenDescriptor d = flat(8);
     d.light.azimuth = 0.0;
     d.light.shadowDisplacement = 2.5;
-    const OwnedImage picture = litPicture(d);
+    const ImageHandle picture = litPicture(d);
     // Half a turn on: moved by (-2.5, about 3e-16).
     EXPECT_EQ(LxImage_x(picture.get()), -3);
     EXPECT_EQ(LxImage_MaxX(picture.get()), 8);

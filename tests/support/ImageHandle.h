@@ -1,11 +1,11 @@
-// Images for tests.
+// Images of tests delete themselves.
 #pragma once
 
-#include "tools/ImageHandle.h"
+#include "image/ImageHandle.h"
 
 namespace lx::test {
 
-using tool::ImageHandle;
+using lx::ImageHandle;
 
 // A cleared image of the given size at the origin.
 inline ImageHandle makeImage(int32_t type, int32_t width, int32_t height, bool flipped = false) {

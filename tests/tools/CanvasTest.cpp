@@ -141,6 +141,25 @@ TEST_P(Canvases, OnlyQuartzDrawsText) {
     EXPECT_EQ(inkBelow, 0) << "it stands on its baseline";
 }
 
+TEST_P(Canvases, DrawSvgFiles) {
+    writeFile(folder / "a.svg",
+              "<svg xmlns='http://www.w3.org/2000/svg' width='60' height='40'>"
+              "<rect x='10' y='5' width='20' height='30' fill='#c86432' fill-opacity='0.5'/>"
+              "<rect x='40' y='5' width='10' height='10' fill='#0a14fa'/></svg>");
+    const ProgramResult result =
+        runProgram("svg " + (folder / "a.svg").string() + " --renderer " + GetParam() + " -o " + output());
+    ASSERT_EQ(result.status, 0) << result.errors;
+    const ImageHandle picture = tool::readPng(output());
+    EXPECT_EQ(at(picture, 2, 2).a, 0);
+    EXPECT_EQ(at(picture, 45, 10), (Rgba{10, 20, 250, 255}));
+    EXPECT_EQ(at(picture, 45, 30).a, 0) << "the square is at the top";
+    const Rgba half = at(picture, 20, 30);
+    EXPECT_NEAR(half.a, 128, 1);
+    EXPECT_NEAR(half.r, 200, 2);
+    EXPECT_NEAR(half.g, 100, 2);
+    EXPECT_NEAR(half.b, 50, 2);
+}
+
 TEST(CanvasOption, NamesTheRenderers) {
     const ProgramResult result = runProgram("draw a.draw --renderer pen -o out.png");
     EXPECT_EQ(result.status, 2);

@@ -1,9 +1,5 @@
 #include <algorithm>
-#include <array>
-#include <cstdlib>
-#include <fcntl.h>
 #include <gif_lib.h>
-#include <unistd.h>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -116,28 +112,6 @@ TEST(MorphCommand, AnAnimationThatCannotBeWrittenIsToldBeforeTheWork) {
     EXPECT_EQ(result.status, 2);
     EXPECT_TRUE(result.errors.starts_with("oxlume: /no/such/folder/a.gif: ")) << result.errors;
     EXPECT_FALSE(std::filesystem::exists(scene.output));
-}
-
-// The program's standard error is a terminal here.
-TEST(MorphCommand, ShowsABarOnATerminal) {
-    const Scene scene;
-    const int terminal = posix_openpt(O_RDWR | O_NOCTTY);
-    ASSERT_GE(terminal, 0);
-    ASSERT_EQ(grantpt(terminal) + unlockpt(terminal), 0);
-    const std::string side = ptsname(terminal);
-    const std::string command = std::string(OXLUME_PROGRAM) + " morph " + scene.picture + " " + scene.lines +
-                                " -o " + scene.output + " --frames 2 --keep-frames 2>" + side;
-    const int held = open(side.c_str(), O_RDWR | O_NOCTTY); // what is written stays readable
-    EXPECT_EQ(std::system(command.c_str()), 0);
-    std::array<char, 4096> shown;
-    const ssize_t length = read(terminal, shown.data(), shown.size());
-    ASSERT_GT(length, 0);
-    const std::string text(shown.data(), static_cast<size_t>(length));
-    EXPECT_NE(text.find("\r[====================                    ] 1 of 2"), std::string::npos) << text;
-    EXPECT_NE(text.find("\r[========================================] 2 of 2"), std::string::npos) << text;
-    EXPECT_TRUE(text.ends_with("\r\033[K")) << "and takes it away";
-    close(held);
-    close(terminal);
 }
 
 TEST(MorphCommand, FailsWithOneLineThatNamesTheCulprit) {

@@ -256,8 +256,8 @@ public:
         LxGC_Clear(gc_);
         return *this;
     }
-    /// Draws an image at (x, y), moved by the matrix and not scaled, through a mask (type A) unless of
-    /// nothing.
+    /// Draws an image at (x, y), moved by the matrix and not scaled. A mask (type A), unless of nothing, lets
+    /// it through where the mask itself lies.
     ContextRef &draw(ImageRef image, int32_t x, int32_t y, ImageRef mask = {}) noexcept {
         LxGC_DrawImageWithMask(gc_, x, y, image.get(), mask.get());
         return *this;
