@@ -157,7 +157,9 @@ private:
             section_ = Section::layer;
             if (descriptor_.LayerCount() == maxPresetLayers)
                 throw PresetError(joined({"more than ", std::to_string(maxPresetLayers), " layers"}));
-            descriptor_.AddLayer(LxSheenLayer(std::string(trimmed(title.substr(layer.size()))).c_str()));
+            // A name ends at a zero byte, as in C.
+            const std::string_view name = trimmed(title.substr(layer.size()));
+            descriptor_.AddLayer(LxSheenLayer(std::string(trimmed(name.substr(0, name.find('\0')))).c_str()));
         } else {
             throw PresetError(joined({"neither [light] nor [layer NAME]: ", quoted(line)}));
         }

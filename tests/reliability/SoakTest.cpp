@@ -38,10 +38,9 @@ void drawOnce(int32_t round) {
 
 TEST(Soak, AMillionRoundsOfCreateDrawDeleteHoldNoMoreMemory) {
 #ifdef OXLUME_SANITIZED
-    constexpr int32_t rounds = 50'000; // slower by far, and the sanitizers look for leaks themselves
-#else
-    constexpr int32_t rounds = 1'000'000;
+    GTEST_SKIP() << "sanitizers hold memory back themselves, and look for leaks themselves";
 #endif
+    constexpr int32_t rounds = 1'000'000;
     constexpr int32_t warming = 10'000;
     for (int32_t round = 0; round < warming; ++round)
         drawOnce(round);

@@ -76,6 +76,15 @@ TEST(Preset, ReadsLayersAndLight) {
     EXPECT_EQ(d.layers[1].color.a, 6);
 }
 
+TEST(Preset, ANameEndsAtAZeroByteAndIsTrimmedThere) {
+    using namespace std::string_literals;
+    LxSheenDescriptor d(4, 4), back(4, 4);
+    readPreset("[layer middle \0 petals]\n"s, d);
+    EXPECT_EQ(d.layers[0].name, "middle");
+    readPreset(writePreset(d), back);
+    EXPECT_EQ(back.layers[0].name, "middle");
+}
+
 TEST(Preset, NamesTheLineTheCulpritAndTheNearestKey) {
     EXPECT_EQ(complaint("[layer]\nkHeigth = 1\n"),
               "line 2: unknown parameter \"kHeigth\"; the nearest is \"kHeight\"");
