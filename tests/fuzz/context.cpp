@@ -13,12 +13,17 @@ Handle<LxImage> makeImage(Input &input) {
     return Handle<LxImage>(LxImage_Create(type, 0, 0, width, height, 1, flipped));
 }
 
-// Whole frames take a row at a time, however many rows there are.
-constexpr Call frame = [](World &world) {
-    const auto place = [&] { return world.input.byte() - 100; };
-    const int32_t x1 = place(), y1 = place(), x2 = place(), y2 = place();
-    LxGC_FrameL(world.gc, x1, y1, x2, y2);
-};
+// Drawing of whole pixels takes as many steps as there are pixels on the way, also outside the picture, so
+// its places stay near.
+template <class... Places>
+void drawNear(World &world, void (*draw)(LxGC *, Places...)) {
+    constexpr int32_t before = 100; // the picture
+    const std::tuple<Places...> places{static_cast<Places>(world.input.byte() - before)...};
+    std::apply([&](Places... place) { draw(world.gc, place...); }, places);
+}
+
+template <auto draw>
+constexpr Call nearCallOf = [](World &world) { drawNear(world, draw); };
 
 constexpr Call calls[] = {
     callOf<LxGC_SetStrokeColor>,
@@ -73,12 +78,12 @@ constexpr Call calls[] = {
     callOf<LxGC_Circle>,
     callOf<LxGC_Poly>,
     callOf<LxGC_Path>,
-    callOf<LxGC_HLineL>,
-    callOf<LxGC_VLineL>,
-    callOf<LxGC_LineL>,
-    callOf<LxGC_ALineL>,
-    frame,
-    callOf<LxGC_EllipseL>,
+    nearCallOf<LxGC_HLineL>,
+    nearCallOf<LxGC_VLineL>,
+    nearCallOf<LxGC_LineL>,
+    nearCallOf<LxGC_ALineL>,
+    nearCallOf<LxGC_FrameL>,
+    nearCallOf<LxGC_EllipseL>,
     callOf<LxGC_Fill>,
     callOf<LxGC_Clear>,
     callOf<LxGC_Sync>,
