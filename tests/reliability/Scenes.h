@@ -2,6 +2,7 @@
 // ask for no success: every step takes what the one before gave, null included, as a careless client would.
 #pragma once
 
+#include <ostream>
 #include <vector>
 
 #include <oxlume/LxImage.h>
@@ -16,5 +17,10 @@ struct Scene {
 };
 
 const std::vector<Scene> &scenes();
+
+// In the messages of tests.
+inline void PrintTo(const Scene &scene, std::ostream *out) {
+    *out << scene.name;
+}
 
 } // namespace lx::test
