@@ -127,6 +127,17 @@ Shapes strokes(bool mitre) {
     return shapes;
 }
 
+// ---- The target ----
+
+// The same memory for all painters, so that how the system has laid it out (in large pages or in small ones)
+// decides nothing.
+constexpr size_t targetBytes = size_t{4} * side * side;
+
+uint8_t *targetPixels() {
+    alignas(64) static uint8_t pixels[targetBytes];
+    return pixels;
+}
+
 // ---- Ours ----
 
 struct Deleter {
@@ -137,7 +148,8 @@ struct Deleter {
 
 class Ours {
 public:
-    explicit Ours(Ink ink) : image_(LxImage_Create(kLxPixelRGBA, 0, 0, side, side, 1, 0)) {
+    explicit Ours(Ink ink)
+        : image_(LxImage_CreateEx(kLxPixelRGBA, 0, 0, side, side, targetPixels(), 4 * side, 0, 1, 0)) {
         LxImage_Fill(image_.get(), LxColor_RGBA_White);
         gc_ = LxImage_GC(image_.get());
         const LxColor color = LxColor_RGBA(40, 80, 200, ink == Ink::half ? 128 : 255);
@@ -200,7 +212,8 @@ private:
 class Cairo {
 public:
     explicit Cairo(Ink ink)
-        : surface_(cairo_image_surface_create(CAIRO_FORMAT_ARGB32, side, side)),
+        : surface_(
+              cairo_image_surface_create_for_data(targetPixels(), CAIRO_FORMAT_ARGB32, side, side, 4 * side)),
           cairo_(cairo_create(surface_)) {
         cairo_set_source_rgb(cairo_, 1, 1, 1);
         cairo_paint(cairo_);
@@ -265,8 +278,9 @@ private:
 #ifdef BENCH_WITH_LIBAGG
 class Agg {
 public:
-    explicit Agg(Ink ink) : pixels_(side * side * 4, 255), color_(40, 80, 200, ink == Ink::half ? 128 : 255) {
-        buffer_.attach(pixels_.data(), side, side, side * 4);
+    explicit Agg(Ink ink) : color_(40, 80, 200, ink == Ink::half ? 128 : 255) {
+        std::memset(targetPixels(), 255, targetBytes);
+        buffer_.attach(targetPixels(), side, side, side * 4);
     }
 
     void prepare(const Shapes &shapes) {
@@ -309,11 +323,10 @@ public:
             }
             agg::render_scanlines(rasterizer_, scanline_, renderer);
         }
-        benchmark::DoNotOptimize(pixels_.data());
+        benchmark::DoNotOptimize(targetPixels());
     }
 
 private:
-    std::vector<agg::int8u> pixels_;
     agg::rendering_buffer buffer_;
     agg::rgba8 color_;
     agg::rasterizer_scanline_aa<> rasterizer_;
