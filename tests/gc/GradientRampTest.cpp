@@ -117,8 +117,8 @@ private:
                 const double u = curve(mids[s], t);
                 const auto mix = [u](int from, int to) {
                     const double value = std::floor(u * (to - from) + from + 0.0 + 0.5);
-                    // Beyond the last step a circle has no height.
-                    return static_cast<uint8_t>(std::isnan(value) ? 0 : static_cast<int>(value));
+                    // What no integer can hold, as of a curve bent to its very end, leaves no bits.
+                    return static_cast<uint8_t>(std::abs(value) < 2e9 ? static_cast<int>(value) : 0);
                 };
                 table[static_cast<size_t>(i)] =
                     LxRGBA{mix(c0.r, c1.r), mix(c0.g, c1.g), mix(c0.b, c1.b), mix(c0.a, c1.a)};
