@@ -229,8 +229,9 @@ TEST(ImageFrame, DrawsTheBorder) {
     LxImage_Frame(nullptr);
 }
 
-// As if each pixel of the border were set on its own: the first and the last row from the left, then both ends
-// of all rows from the top. Pixels of kLxPixelL lie one byte apart there, so that later ones cover earlier ones.
+// As if each pixel of the border were set on its own: the first and the last row from the left, then both
+// ends of all rows from the top. Pixels of kLxPixelL lie one byte apart there, so that later ones cover
+// earlier ones.
 TEST(ImageFrame, IsThePixelsOfTheBorderSetOneByOne) {
     for (int32_t type = kLxPixelA; type <= kLxPixelL; ++type) {
         for (const int32_t flipped : {0, 1}) {
