@@ -4,7 +4,6 @@
 #import <oxlume/cocoa/Sheen.h>
 
 #include "platform/cocoa/Focus.h"
-#include "platform/cocoa/Rects.h"
 
 namespace lx {
 namespace {
@@ -24,7 +23,7 @@ NSBitmapImageRep *newGrabOf(NSView *view, NSRect rect) {
 @implementation NSView (Sheen)
 
 - (NSImage *)asImageFromRect:(NSRect)rect {
-    const bool isLargeEnough = lx::narrowed(rect.size.width) >= 1.0 && lx::narrowed(rect.size.height) >= 1.0;
+    const bool isLargeEnough = rect.size.width >= 1.0 && rect.size.height >= 1.0;
     NSBitmapImageRep *rep = isLargeEnough ? lx::newGrabOf(self, rect) : nil;
     if (rep == nil)
         return nil;
