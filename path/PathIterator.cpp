@@ -65,7 +65,7 @@ struct SlotCaller {
 void iterate(const LxPath &path, LxPathIterator &iterator, const LxMatrix *matrix) {
     SlotCaller caller{iterator};
     iterator.begin(&iterator);
-    if (walkItems(path, matrix, caller) == WalkEnd::complete)
+    if (walkItems(path, matrix, caller) != WalkEnd::unknown)
         iterator.end(&iterator);
 }
 
@@ -118,7 +118,7 @@ void iterateInPlace(LxPath &path, LxPathIterator &iterator) {
             break;
         }
     });
-    if (walkEnd == WalkEnd::complete)
+    if (walkEnd != WalkEnd::unknown)
         iterator.end(&iterator);
 }
 

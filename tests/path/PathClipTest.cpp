@@ -118,9 +118,7 @@ Stream clipPlainly(const Stream &stream, const LxRectD &clip) {
             vertices.push_back(pointAt(path->words + at + 1));
         } else if (tag == 15) {
             closed = true;
-            if (!start) {
-                out.close();
-            } else {
+            if (start) {
                 if (vertices.back().x != vertices[0].x || vertices.back().y != vertices[0].y)
                     vertices.push_back(vertices[0]);
                 bool emitted = false;
@@ -173,6 +171,11 @@ TEST(PathClip, PolygonAboveCollapsesOntoTheBorderOrToAClose) {
     const Stream above = clipped(Stream().move(10, -50).line(90, -50).line(50, -10).close());
     EXPECT_EQ(above.words.back(), 15u);
     EXPECT_EQ(area(above), 0);
+}
+
+// The first edge ends before it would enter in x; the other two run away from the rectangle.
+TEST(PathClip, PolygonOnTheLeftCollapsesToAClose) {
+    EXPECT_EQ(clipped(Stream().move(-50, 20).line(-10, 30).line(-30, 60).close()), Stream().close());
 }
 
 TEST(PathClip, HalfOutsidePolygonIsCutAtTheSide) {
@@ -270,9 +273,11 @@ TEST(PathClip, LinesBehindACloseStartFromTheLastMove) {
               Stream().move(50, 30).line(40, 60).line(10, 20).close());
 }
 
-TEST(PathClip, CloseBeforeAnyMoveStaysAlone) {
-    EXPECT_EQ(clipped(Stream().close()), Stream().close());
-    EXPECT_EQ(clipped(Stream().line(1, 2).line(3, 4).line(5, 5).close()), Stream().close());
+TEST(PathClip, CloseBeforeAnyMoveAddsNothing) {
+    EXPECT_EQ(clipped(Stream().close()), Stream());
+    EXPECT_EQ(clipped(Stream().line(1, 2).line(3, 4).line(5, 5).close()), Stream());
+    EXPECT_EQ(clipped(Stream().close().move(10, 20).line(50, 30).line(40, 60).close()),
+              Stream().move(50, 30).line(40, 60).line(10, 20).close());
 }
 
 // An upright edge on the left side counts as running right, so that it enters at once; one further right
