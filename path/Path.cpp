@@ -6,9 +6,22 @@
 
 #include <oxlume/LxMem.h>
 
+#include "path/PathReader.h"
 #include "path/Polygon.h"
 
 namespace lx {
+namespace {
+
+// The words behind the path's count that belong to a polygon at its end, which counts short of its points.
+int32_t wordsBehindCount(const LxPath &path) {
+    int64_t end = 0;
+    readItems(path, [&](uint32_t tag, int32_t position, int32_t n) {
+        end = tag == kLxPathPolygon ? position + 2 + 2 * int64_t{n} : 0;
+    });
+    return static_cast<int32_t>(std::max<int64_t>(end - path.count, 0));
+}
+
+} // namespace
 
 bool growTo(LxPath &path, int64_t needed) {
     const int64_t blocks = (needed - path.capacity + blockWords - 1) / blockWords;
@@ -30,11 +43,13 @@ void clear(LxPath &path) {
 }
 
 bool append(LxPath &path, const LxPath &source) {
-    if (source.count == 0)
+    const int32_t behind = wordsBehindCount(source);
+    const int64_t written = int64_t{source.count} + behind;
+    if (written == 0)
         return true;
-    if (!ensureRoom(path, int64_t{path.count} + source.count))
+    if (!ensureRoom(path, path.count + written))
         return false;
-    std::copy_n(source.words, source.count, path.words + path.count);
+    std::copy_n(source.words, written, path.words + path.count);
     path.count += source.count;
     return true;
 }
@@ -63,8 +78,16 @@ void LxPath_Delete(LxPath *path) {
 }
 
 void LxPath_Add(LxPath *dst, const LxPath *src) {
-    if (dst != nullptr && src != nullptr)
+    if (dst == nullptr || src == nullptr)
+        return;
+    if (dst != src) {
         append(*dst, *src);
+        return;
+    }
+    LxPath copy = {};
+    if (append(copy, *src))
+        append(*dst, copy);
+    clear(copy);
 }
 
 void LxPath_Copy(LxPath *dst, const LxPath *src) {

@@ -34,8 +34,7 @@ inline bool ensureRoom(LxPath &path, int64_t needed) {
 // Frees the array and empties the record.
 void clear(LxPath &path);
 
-// Appends the words of `source`, which may be the same path. On purpose these are the words that it counts:
-// what a polygon at its end wrote behind them stays behind. False without memory.
+// Appends the items of `source`, another path.
 bool append(LxPath &path, const LxPath &source);
 
 LxPath *createPath();

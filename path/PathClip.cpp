@@ -177,9 +177,10 @@ private:
             break;
         case kLxPathClose:
             closed_ = true;
-            // Before any move there are no vertices, and so nothing to end.
             if (hasStart_)
                 clipper_.end();
+            else
+                out_.close();
             begin();
             break;
         default:

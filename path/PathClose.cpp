@@ -108,9 +108,9 @@ private:
         return true;
     }
 
-    // No line reaches a start that is not a number. So as to come to an end, mending takes it as reached.
+    // A start that is not a number counts as reached: no line could ever reach it.
     bool startReached() const {
-        if (stopAtGap_ && (std::isnan(start_->x) || std::isnan(start_->y)))
+        if (std::isnan(start_->x) || std::isnan(start_->y))
             return true;
         return start_->x == end_.x && start_->y == end_.y;
     }

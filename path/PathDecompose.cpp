@@ -61,24 +61,9 @@ private:
     PathBuilder &out_;
 };
 
-WalkEnd flatten(const LxPath &path, const LxMatrix *matrix, PathBuilder &out) {
+void flatten(const LxPath &path, const LxMatrix *matrix, PathBuilder &out) {
     FlatteningPen pen(out);
-    return walkItems(path, matrix, pen);
-}
-
-// What flattening a copy of the path gives, without making one unless it must: a copy lacks the points that a
-// polygon has behind the count. False without memory.
-bool flattenCopy(const LxPath &path, const LxMatrix *matrix, PathBuilder &out) {
-    if (flatten(path, matrix, out) == WalkEnd::behindCount) {
-        LxPath copy = {};
-        const bool copied = append(copy, path);
-        out.restart();
-        flatten(copy, matrix, out);
-        clear(copy);
-        if (!copied)
-            return false;
-    }
-    return !out.failed();
+    walkItems(path, matrix, pen);
 }
 
 LxPathInfo count(const LxPath &path, const LxMatrix *matrix) {
@@ -127,9 +112,8 @@ void transformPath(LxPath &path, const LxMatrix &matrix) {
 const LxPath *transformed(const LxPath &path, const LxMatrix &matrix, const LxRectD &clip,
                           PathScratch &scratch) {
     scratch.words.restart();
-    if (!flattenCopy(path, &matrix, scratch.words))
-        return nullptr;
-    return &clipped(scratch.words.path(), clip, scratch.clippedWords);
+    flatten(path, &matrix, scratch.words);
+    return scratch.words.failed() ? nullptr : &clipped(scratch.words.path(), clip, scratch.clippedWords);
 }
 
 } // namespace lx
@@ -153,7 +137,8 @@ LxPath *LxPath_CreateDecomposed(const LxPath *path, const LxMatrix *matrix) {
     if (path == nullptr)
         return nullptr;
     PathBuilder out;
-    return flattenCopy(*path, matrix, out) ? out.moveIntoNewPath() : nullptr;
+    flatten(*path, matrix, out);
+    return out.moveIntoNewPath();
 }
 
 LxPath *LxPath_CreateTransformed(const LxPath *path, const LxMatrix *matrix, const LxRectD *clip) {

@@ -65,7 +65,7 @@ struct SlotCaller {
 void iterate(const LxPath &path, LxPathIterator &iterator, const LxMatrix *matrix) {
     SlotCaller caller{iterator};
     iterator.begin(&iterator);
-    if (walkItems(path, matrix, caller) != WalkEnd::unknown)
+    if (walkItems(path, matrix, caller) == WalkEnd::complete)
         iterator.end(&iterator);
 }
 
@@ -118,7 +118,7 @@ void iterateInPlace(LxPath &path, LxPathIterator &iterator) {
             break;
         }
     });
-    if (walkEnd != WalkEnd::unknown)
+    if (walkEnd == WalkEnd::complete)
         iterator.end(&iterator);
 }
 

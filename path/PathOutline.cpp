@@ -49,7 +49,7 @@ public:
 
     // The walk is over. An open subpath still has to be joined, unless a word that is no item cut it short.
     void finish(WalkEnd walkEnd) {
-        if (walkEnd != WalkEnd::unknown && (flags & noSubpath) == 0)
+        if (walkEnd == WalkEnd::complete && (flags & noSubpath) == 0)
             joinSides();
         dropSides();
     }

@@ -10,9 +10,8 @@ namespace lx {
 
 // How a walk over the items ended.
 enum class WalkEnd {
-    complete,    // at the end of the path, or at an item that is cut off there
-    behindCount, // at the end of a polygon, whose last points lie behind the path's count
-    unknown      // at a word that is no item
+    complete, // at the end of the path, or at an item that is cut off there
+    unknown   // at a word that is no item
 };
 
 // The fixed size of an item in words; 0 for a polygon and for what is no item.
@@ -62,7 +61,7 @@ WalkEnd readItems(const LxPath &path, Callee item) {
         item(tag, at, n);
         position += size;
     }
-    return position > path.count ? WalkEnd::behindCount : WalkEnd::complete;
+    return WalkEnd::complete;
 }
 
 } // namespace lx

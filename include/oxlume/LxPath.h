@@ -42,7 +42,7 @@ LX_API void LxPath_MakeEmpty(LxPath *path);
 /* Releases the path. Null is ignored. */
 LX_API void LxPath_Delete(LxPath *path);
 
-/* Appends the words of `src` to `dst`, which may be the same path. */
+/* Appends all items of `src` to `dst`, which may be the same path. */
 LX_API void LxPath_Add(LxPath *dst, const LxPath *src);
 
 /* Makes `dst` a copy of `src`; does nothing if they are the same path. */
@@ -74,9 +74,8 @@ LX_API void LxPath_AddArcTo(LxPath *path, double x1, double y1, double x2, doubl
                             uint32_t word1, uint32_t word2);
 
 /* A run of lines to `n` points, as one item. It counts for n + 1 words though it fills 2 + 2 n, so it is
- * whole only as long as nothing is appended behind it: the next item lands on its last points. Nor are they
- * in a copy, which takes the words that count; zeros stand there. With `n` below 1 there are no points. For a
- * closed polygon of ordinary items see LxPath_AddPoly. */
+ * whole only as long as nothing is appended behind it: the next item lands on its last points. With `n` below
+ * 1 there are no points. For a closed polygon of ordinary items see LxPath_AddPoly. */
 LX_API void LxPath_PolygonTo(LxPath *path, const LxPointD *points, int32_t n);
 
 /* ---- Inserting, replacing, removing by index ----

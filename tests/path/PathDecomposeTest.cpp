@@ -208,28 +208,6 @@ TEST(PathCreateTransformed, FlattensAndClipsWithAClip) {
     EXPECT_EQ(clipped->words[clipped->count - 1], 15u);
 }
 
-// A polygon of two points behind a move counts the tag, the number and the first x: of the path itself all
-// points are drawn, of a copy those that stand within the count, with zeros in place of the rest.
-TEST(PathDecompose, CopyLacksThePointsOfAPolygonBehindTheCount) {
-    const LxPointD points[] = {{3, 4}, {5, 6}};
-    const LxRectD clip = {-1000, -1000, 1000, 1000};
-    const PathHandle path = Stream().move(1, 2).path();
-    LxPath_PolygonTo(path.get(), points, 2);
-    EXPECT_EQ(Stream(PathHandle(LxPath_CreateDecomposed(path.get(), nullptr))),
-              Stream().move(1, 2).line(3, 0).line(0, 0));
-    EXPECT_EQ(Stream(PathHandle(LxPath_CreateTransformed(path.get(), &doubled, &clip))),
-              Stream().move(102, 206).line(106, 200).line(100, 200));
-    PathScratch scratch;
-    EXPECT_EQ(Stream(*transformed(*path, doubled, clip, scratch)),
-              Stream().move(102, 206).line(106, 200).line(100, 200));
-    const PathHandle copy(LxPath_CreateTransformed(path.get(), &doubled, nullptr));
-    const std::vector<uint32_t> words(copy->words, copy->words + 9);
-    EXPECT_EQ(words,
-              Stream().move(102, 206).word(6).word(2).number(106).number(200).number(100).number(200).words);
-    LxPath_Decompose(path.get(), nullptr);
-    EXPECT_EQ(Stream(path), Stream().move(1, 2).line(3, 4).line(5, 6));
-}
-
 TEST(PathInfo, CountsPointsLinesAndMoves) {
     expectInfo(info(Stream()), 0, 0, 0);
     expectInfo(info(Stream().move(1, 2).line(3, 4).line(5, 6)), 3, 2, 1);
