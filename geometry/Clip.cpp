@@ -2,6 +2,8 @@
 
 #include "geometry/Clip.h"
 
+#include <cmath>
+
 #include "foundation/Numeric.h"
 #include "geometry/Rect.h"
 
@@ -44,8 +46,11 @@ LxPointD pointOnSide(const LxRectD &sides, const LxLineD &line, unsigned code) {
 // one side to another for ever; the loop then stops here.
 constexpr int maxRounds = 16;
 
-// Cohen-Sutherland against four inclusive sides. A coordinate that is not a number lies beyond none.
+// Cohen-Sutherland against four inclusive sides.
 bool clip(const LxRectD &sides, LxLineD &line) {
+    if (!std::isfinite(line.x0) || !std::isfinite(line.y0) || !std::isfinite(line.x1) ||
+        !std::isfinite(line.y1))
+        return false;
     unsigned first = outcode(sides, line.x0, line.y0);
     unsigned second = outcode(sides, line.x1, line.y1);
     for (int round = 0; round < maxRounds && (first | second) != 0 && (first & second) == 0; ++round) {
