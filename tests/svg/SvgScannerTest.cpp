@@ -181,7 +181,7 @@ TEST(SvgScanner, RandomTextGivesTheTokensOfThePatterns) {
                                              "fi",
                                              "\xC3\xA9"};
     Random random;
-    for (int i = 0; i < 1500; ++i) {
+    for (int i = 0; i < 600; ++i) {
         std::string text;
         for (int n = random.integer(0, 14); n > 0; --n)
             text += pieces[static_cast<size_t>(random.integer(0, std::size(pieces) - 1))];
