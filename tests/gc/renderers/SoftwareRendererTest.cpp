@@ -295,8 +295,17 @@ TEST(SoftwareRenderer, PaintsWhatThePathFunctionsAndTheNaiveRasterGive) {
             LxGC_SetClipRectD(gc.get(), random.real(-20, 30), random.real(-20, 30), random.real(30, 90),
                               random.real(30, 90));
         LxGC_MatrixRotate(gc.get(), random.real(-1, 1));
-        if (random.integer(0, 3) == 0) // Narrow shapes have code of their own.
+        switch (random.integer(0, 7)) {
+        case 0: // Narrow shapes have code of their own,
+        case 1:
             LxGC_MatrixScale(gc.get(), 0.1, 0.4);
+            break;
+        case 2: // and open ones are not clipped, so that large ones wrap.
+            LxGC_MatrixScale(gc.get(), random.real(1, 60), random.real(1, 60));
+            break;
+        default:
+            break;
+        }
         LxGC_MatrixTranslate(gc.get(), random.real(-20, 20), random.real(-20, 20));
         const Ink fill = randomInk(random), stroke = randomInk(random);
         LxGC_SetFillColor(gc.get(), fill.color);
