@@ -30,8 +30,7 @@ template <bool hasAlpha>
 inline Bytes withLargerAlpha(Words evens, Words odds, const Operands &in) {
     if constexpr (!hasAlpha)
         return (Bytes)(evens >> 8 | (odds & splat(0xFF00)));
-    return (Bytes)(evens >> 8 | (odds & (Words)splatLongs(0x0000FF00))) |
-           (larger(in.a, in.weightBytes) & alphaBytes());
+    return (Bytes)(evens >> 8 | upperBytes(odds, (Words)larger(in.a, in.weightBytes)));
 }
 
 inline Words mixSum(Words f, Words c, Words weight) {
@@ -52,8 +51,9 @@ constexpr bool pairsComponents<Gain> = false;
 
 struct Luminance {
     template <bool>
-    static Bytes of(Bytes, Bytes b, Bytes) {
-        return luminanceOf(b);
+    static Halves of(Bytes, Bytes b, Bytes) {
+        const Words grey = luminanceOf(b);
+        return {grey, grey};
     }
 };
 template <>

@@ -80,13 +80,15 @@ inline void weigh(Operands &operands, const uint8_t *plane, Words opacity, size_
     } else {
         const Bytes from = Combination::weighsBySmaller ? smaller(operands.a, operands.b) : operands.b;
         operands.weight = alphaWords(from);
-        operands.weightBytes = from;
+        // The smaller alpha is at most a's, which so stays.
+        operands.weightBytes = Combination::weighsBySmaller ? operands.a : from;
         if constexpr (weighing == PixelWeight::alpha)
             return;
     }
     if constexpr (isByAlpha(weighing))
         operands.weight = (operands.weight * opacity + opacity) >> 8;
-    operands.weightBytes = (Bytes)(operands.weight << 8);
+    operands.weightBytes =
+        isByAlpha(weighing) && Combination::weighsBySmaller ? operands.a : (Bytes)(operands.weight << 8);
 }
 
 template <class Combination, PixelWeight weighing, bool keeps, class Access>
