@@ -21,9 +21,12 @@ void everyByte(uint8_t *plane, const uint8_t *bytes, size_t pixels) {
 
 #if defined(__AVX2__)
 
-// Byte `number` of eight pixels, each in a long of its own. Loads take 16 bytes for each four pixels.
+// Byte `number` of eight pixels, each in a long of its own. Loads of three bytes take 16 for each four
+// pixels.
 template <size_t step>
 inline __m256i longsOf(const uint8_t *pixels, __m256i order) {
+    if constexpr (step == 4)
+        return _mm256_shuffle_epi8((__m256i)load(pixels), order);
     const auto four = [&](size_t from) {
         return _mm_loadu_si128(reinterpret_cast<const __m128i *>(pixels + from * step));
     };
