@@ -25,10 +25,13 @@ struct Operands {
     Bytes setting; // for the function
 };
 
-// The colours whose sums are given, in the upper bytes of words, and the larger alpha, if there is one.
-template <bool hasAlpha>
+// The colours whose sums are given, in the upper bytes of words, and the larger alpha, as far as the result
+// has them: that of one byte is the first component.
+template <Layout result>
 inline Bytes withLargerAlpha(Words evens, Words odds, const Operands &in) {
-    if constexpr (!hasAlpha)
+    if constexpr (result == Layout::a)
+        return (Bytes)(evens >> 8);
+    if constexpr (result == Layout::rgb)
         return (Bytes)(evens >> 8 | (odds & splat(0xFF00)));
     return (Bytes)(evens >> 8 | upperBytes(odds, (Words)larger(in.a, in.weightBytes)));
 }
@@ -84,11 +87,11 @@ struct Mixed {
     static constexpr bool weighsBySmaller = smallerAlphaWeighs<Function>;
     static constexpr bool takesAlphaOfB = false;
     static constexpr bool takesFirst = pairsComponents<Function>;
-    template <bool hasAlpha>
+    template <Layout result>
     static Bytes of(const Operands &in) {
         const Halves f = halves(Function::template of<true>(in.first, in.b, in.setting));
-        return withLargerAlpha<hasAlpha>(mixSum(f.evens, even(in.a), in.weight),
-                                         mixSum(f.odds, odd(in.a), in.weight), in);
+        return withLargerAlpha<result>(mixSum(f.evens, even(in.a), in.weight),
+                                       mixSum(f.odds, odd(in.a), in.weight), in);
     }
     static Bytes fullOf(const Operands &in) {
         return whole(Function::template of<true>(in.first, in.b, in.setting)) | alphaBytes();
@@ -102,10 +105,10 @@ struct Under {
     static constexpr bool weighsBySmaller = false;
     static constexpr bool takesAlphaOfB = false;
     static constexpr bool takesFirst = false;
-    template <bool hasAlpha>
+    template <Layout result>
     static Bytes of(const Operands &in) {
-        return withLargerAlpha<hasAlpha>(mixSum(even(in.a), even(in.b), in.weight),
-                                         mixSum(odd(in.a), odd(in.b), in.weight), in);
+        return withLargerAlpha<result>(mixSum(even(in.a), even(in.b), in.weight),
+                                       mixSum(odd(in.a), odd(in.b), in.weight), in);
     }
     static Bytes fullOf(const Operands &in) { return in.a | alphaBytes(); }
 };
@@ -116,7 +119,7 @@ struct Copied {
     static constexpr bool weighsBySmaller = false;
     static constexpr bool takesAlphaOfB = false;
     static constexpr bool takesFirst = false;
-    template <bool hasAlpha>
+    template <Layout result>
     static Bytes of(const Operands &in) {
         return choose(alphaBytes(), larger(in.a, in.weightBytes), in.b);
     }
@@ -130,7 +133,7 @@ struct Summed {
     static constexpr bool weighsBySmaller = false;
     static constexpr bool takesAlphaOfB = true;
     static constexpr bool takesFirst = false;
-    template <bool hasAlpha>
+    template <Layout result>
     static Bytes of(const Operands &in) {
         const Bytes swapped = (in.a ^ in.b) & alphaBytes(), x = in.b ^ swapped, y = in.a ^ swapped;
         const auto sum = [&](Words one, Words other) { return (one + 1) * in.weight + other + 1; };
@@ -138,7 +141,7 @@ struct Summed {
     }
     static Bytes fullOf(Operands in) {
         in.weight = splat(255);
-        return of<true>(in);
+        return of<Layout::rgba>(in);
     }
 };
 

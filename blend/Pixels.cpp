@@ -103,7 +103,8 @@ template <class Combination, PixelWeight weighing, bool keeps, class Access>
                                                                                            in.gates;
     // Where alpha weighs, b has one; and all three in four bytes are plain, unless the result is opaque.
     constexpr bool byAlpha = isByAlpha(weighing);
-    constexpr bool hasAlpha = Access::hasAlpha && !(Access::isAny && byAlpha);
+    constexpr bool hasAlpha = Access::layout == Layout::rgba && !(Access::isAny && byAlpha);
+    constexpr Layout result = Access::layout == Layout::rgba && !hasAlpha ? Layout::rgb : Access::layout;
     constexpr bool takesAlphaOfA = hasAlpha || (byAlpha && Combination::weighsBySmaller);
     for (size_t i = 0; i < pixels; i += vectorPixels) {
         Operands operands = {};
@@ -116,7 +117,7 @@ template <class Combination, PixelWeight weighing, bool keeps, class Access>
             made = Combination::fullOf(operands);
         } else {
             weigh<Combination, weighing>(operands, plane, opacity, i);
-            made = Combination::template of<hasAlpha>(operands);
+            made = Combination::template of<result>(operands);
         }
         made = access.finished(made);
         if constexpr (keeps) {
@@ -135,7 +136,7 @@ bool isPlain(const PixelInputs &in) {
 // Where all is written or told, pixels are kept by a rule, so that there need not be both loops.
 template <class Combination, PixelWeight weighing, class Access>
 constexpr bool alwaysKeeps = Combination::skipsAtZero &&Access::isAny &&
-                             (weighing == PixelWeight::told || Access::hasAlpha);
+                             (weighing == PixelWeight::told || Access::layout != Layout::rgb);
 template <class Combination, PixelWeight weighing>
 constexpr bool neverKeeps = !Combination::skipsAtZero && weighing != PixelWeight::told;
 
@@ -203,6 +204,8 @@ Walk walkOf(const PixelInputs &in) {
     if (isPlain(in))
         return plainWalk<Combination>(in);
 #if defined(__AVX2__)
+    if (in.outLayout == Layout::a)
+        return alphaWalk<Combination, Any<Layout::a, false>>(in);
     if (in.outLayout == Layout::rgb)
         return anyWalkInto<Combination, Layout::rgb>(in);
 #endif
@@ -286,6 +289,8 @@ void walkAny(Walk walk, uint8_t *out, const PixelInputs &in, size_t pixels) {
         if (in.outLayout == Layout::rgb) {
             rgbaToRgb(block.a, block.out, count); // padded
             __builtin_memcpy(out, block.a, 3 * count);
+        } else if (in.outLayout == Layout::a) {
+            component(out, block.out, 4, 0, count);
         } else {
             __builtin_memcpy(out, block.out, 4 * count);
         }
