@@ -53,6 +53,9 @@ bool servesWholePixels(const Plan &plan, bool masked) {
     if (!writesEverything(plan) || family == Family::fixed || (masked && family == Family::userColor))
         return false;
     const PixelWeight weighing = weighingOf(plan, masked);
+    if (plan.cell.out == Layout::rgb && plan.cell.b == Layout::rgb && family == Family::functional &&
+        (weighing == PixelWeight::full || weighing == PixelWeight::constant))
+        return false;
     return plan.cell.out != Layout::a ||
            (plan.rule.source == 0 &&
             (weighing == PixelWeight::alpha || weighing == PixelWeight::alphaAndOpacity));

@@ -97,9 +97,11 @@ inline void storeRgb(uint8_t *out, Bytes pixels) {
     const __m256i compact = _mm256_shuffle_epi8(
         (__m256i)pixels, _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, n, n, n, n, 0, 1, 2, 4, 5,
                                           6, 8, 9, 10, 12, 13, 14, n, n, n, n));
-    const __m256i together = _mm256_permutevar8x32_epi32(compact, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 7));
-    _mm_storeu_si128(reinterpret_cast<__m128i *>(out), _mm256_castsi256_si128(together));
-    _mm_storel_epi64(reinterpret_cast<__m128i *>(out + 16), _mm256_extracti128_si256(together, 1));
+    const __m128i high = _mm256_extracti128_si256(compact, 1);
+    _mm_storeu_si128(reinterpret_cast<__m128i *>(out), _mm256_castsi256_si128(compact));
+    _mm_storel_epi64(reinterpret_cast<__m128i *>(out + 12), high);
+    const int last = _mm_extract_epi32(high, 2);
+    __builtin_memcpy(out + 20, &last, 4);
 }
 
 inline void storeFirsts(uint8_t *out, Bytes pixels) {
