@@ -6,6 +6,7 @@
 
 #include "blend/ColourVectors.h"
 #include "blend/ComponentVectors.h"
+#include "blend/GainVectors.h"
 
 namespace lx::LX_VECTOR_NAMESPACE {
 namespace {
@@ -87,14 +88,16 @@ struct Mixed {
     static constexpr bool weighsBySmaller = smallerAlphaWeighs<Function>;
     static constexpr bool takesAlphaOfB = false;
     static constexpr bool takesFirst = pairsComponents<Function>;
+    static constexpr bool isToldAhead = std::is_same_v<Function, GainOfProduct>;
+    Function function;
     template <Layout result>
-    static Bytes of(const Operands &in) {
-        const Halves f = halves(Function::template of<true>(in.first, in.b, in.setting));
+    Bytes of(const Operands &in) {
+        const Halves f = halves(function.template of<true>(in.first, in.b, in.setting));
         return withLargerAlpha<result>(mixSum(f.evens, even(in.a), in.weight),
                                        mixSum(f.odds, odd(in.a), in.weight), in);
     }
-    static Bytes fullOf(const Operands &in) {
-        return whole(Function::template of<true>(in.first, in.b, in.setting)) | alphaBytes();
+    Bytes fullOf(const Operands &in) {
+        return whole(function.template of<true>(in.first, in.b, in.setting)) | alphaBytes();
     }
 };
 
@@ -105,6 +108,7 @@ struct Under {
     static constexpr bool weighsBySmaller = false;
     static constexpr bool takesAlphaOfB = false;
     static constexpr bool takesFirst = false;
+    static constexpr bool isToldAhead = false;
     template <Layout result>
     static Bytes of(const Operands &in) {
         return withLargerAlpha<result>(mixSum(even(in.a), even(in.b), in.weight),
@@ -119,6 +123,7 @@ struct Copied {
     static constexpr bool weighsBySmaller = false;
     static constexpr bool takesAlphaOfB = false;
     static constexpr bool takesFirst = false;
+    static constexpr bool isToldAhead = false;
     template <Layout result>
     static Bytes of(const Operands &in) {
         return choose(alphaBytes(), larger(in.a, in.weightBytes), in.b);
@@ -133,6 +138,7 @@ struct Summed {
     static constexpr bool weighsBySmaller = false;
     static constexpr bool takesAlphaOfB = true;
     static constexpr bool takesFirst = false;
+    static constexpr bool isToldAhead = false;
     template <Layout result>
     static Bytes of(const Operands &in) {
         const Bytes swapped = (in.a ^ in.b) & alphaBytes(), x = in.b ^ swapped, y = in.a ^ swapped;

@@ -94,6 +94,7 @@ inline void weigh(Operands &operands, const uint8_t *plane, Words opacity, size_
 template <class Combination, PixelWeight weighing, bool keeps, class Access>
 [[gnu::flatten]] void walk(uint8_t *out, const PixelInputs &in, size_t pixels) {
     const Access access(out, in);
+    Combination combination;
     const Words opacity = splat(in.weightOpacity);
     uint32_t colour;
     __builtin_memcpy(&colour, in.colour, 4);
@@ -106,18 +107,30 @@ template <class Combination, PixelWeight weighing, bool keeps, class Access>
     constexpr bool hasAlpha = Access::layout == Layout::rgba && !(Access::isAny && byAlpha);
     constexpr Layout result = Access::layout == Layout::rgba && !hasAlpha ? Layout::rgb : Access::layout;
     constexpr bool takesAlphaOfA = hasAlpha || (byAlpha && Combination::weighsBySmaller);
+    const auto bAt = [&](size_t i) {
+        return byAlpha ? access.bOfFour(i) : access.template b<Combination::takesAlphaOfB>(i);
+    };
+    const auto tell = [&](size_t i) {
+        if constexpr (Combination::isToldAhead) {
+            if (i < pixels)
+                combination.function.tell(access.first(i), bAt(i));
+        }
+    };
+    for (size_t i = 0; i < GainOfProduct::ahead; ++i)
+        tell(i * vectorPixels);
     for (size_t i = 0; i < pixels; i += vectorPixels) {
+        tell(i + GainOfProduct::ahead * vectorPixels);
         Operands operands = {};
         operands.a = access.template a<takesAlphaOfA>(i);
         operands.first = access.first(i);
-        operands.b = byAlpha ? access.bOfFour(i) : access.template b<Combination::takesAlphaOfB>(i);
+        operands.b = bAt(i);
         operands.setting = setting;
         Bytes made;
         if constexpr (weighing == PixelWeight::full) {
-            made = Combination::fullOf(operands);
+            made = combination.fullOf(operands);
         } else {
             weigh<Combination, weighing>(operands, plane, opacity, i);
-            made = Combination::template of<result>(operands);
+            made = combination.template of<result>(operands);
         }
         made = access.finished(made);
         if constexpr (keeps) {
@@ -317,6 +330,7 @@ void addPixelForms(VectorForms &forms) {
         return forms.pixels[static_cast<size_t>(mode)];
     };
     forEachFunction([&](Mode mode, auto function) { at(mode) = blend<Mixed<decltype(function)>>; });
+    at(Mode::noName02) = blend<Mixed<GainOfProduct>>;
     at(Mode::src) = blend<Copied>;
     at(Mode::dstOver) = blend<Under>;
     at(Mode::userColor) = blend<Summed>;
