@@ -11,7 +11,7 @@ namespace lx {
 // own instruction does.
 inline int32_t truncateToInt32(double value) {
 #if defined(__SSE2__)
-    typedef double Pair __attribute__((vector_size(16)));
+    using Pair [[gnu::vector_size(16)]] = double;
     return __builtin_ia32_cvttsd2si(Pair{value});
 #else
     // The bounds are exact in double: everything strictly between them truncates into range.

@@ -12,11 +12,6 @@ uint32_t wordOf(const LxRGBA &rgba) {
     return std::bit_cast<uint32_t>(rgba);
 }
 
-LxRGBA covered(LxRGBA rgba, int32_t coverage) {
-    rgba.a = static_cast<uint8_t>(((rgba.a + 1) * coverage) >> 8);
-    return rgba;
-}
-
 // The mode that most fills have, on the pixels that most images have.
 bool isSourceOver(const LxImage &image, const LxBlend &blend) {
     return image.type == kLxPixelRGBA && blend.mode == static_cast<uint32_t>(Mode::srcOver) &&
