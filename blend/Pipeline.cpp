@@ -49,14 +49,14 @@ PixelWeight weighingOf(const Plan &plan, bool masked) {
 // Whether the pixel functions serve. UserColor's alpha under a mask is not theirs. Functions of two pictures
 // of three bytes are faster by lanes, which leave no room for an alpha, while the weight is one for all.
 // Results of one byte are theirs where b's alpha weighs.
-bool servesWholePixels(const Plan &plan, bool masked) {
+bool servesWholePixels(const Plan &plan, bool masked, const VectorForms &forms) {
     const Family family = plan.mode->family;
     if (!writesEverything(plan) || family == Family::fixed || (masked && family == Family::userColor))
         return false;
     const PixelWeight weighing = weighingOf(plan, masked);
     switch (plan.cell.out) {
     case Layout::a:
-        return plan.rule.source == 0 &&
+        return forms.pixelsMakeSingleBytes && plan.rule.source == 0 &&
                (weighing == PixelWeight::alpha || weighing == PixelWeight::alphaAndOpacity);
     case Layout::rgb:
         return plan.cell.b != Layout::rgb || family != Family::functional ||
@@ -108,7 +108,7 @@ bool Pipeline::serves(const Plan &plan, uint32_t width, uint32_t height) {
 Pipeline::Pipeline(const Plan &plan, bool masked, uint32_t width)
     : plan_(plan), forms_(vectorForms()), masked_(masked), step_(stepOf(plan.cell.out)),
       writesAll_(writesEverything(plan)), skipsAtZero_(plan.skipsAtZero()),
-      copiesRows_(lx::copiesRows(plan, masked)), wholePixels_(servesWholePixels(plan, masked)),
+      copiesRows_(lx::copiesRows(plan, masked)), wholePixels_(servesWholePixels(plan, masked, forms_)),
       weighing_(weighingOf(plan, masked)) {
     if (wholePixels_ || copiesRows_)
         return;
