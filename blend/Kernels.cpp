@@ -157,6 +157,11 @@ LxMapBlendFunction floatKernel(int out, int a) {
     return kernels[out];
 }
 
+// Where the tables have the kernel of two layouts.
+size_t cell(int first, int second) {
+    return static_cast<size_t>(first) * 3 + static_cast<size_t>(second);
+}
+
 } // namespace
 } // namespace lx
 
@@ -164,12 +169,12 @@ using namespace lx;
 
 LxPixelBlendFunction LxBlend_SelectPixelBlendFunction(int32_t outType, int32_t bType) {
     const int out = firstLayoutOf(outType), b = layoutOf(bType);
-    return out == noLayout || b == noLayout ? nullptr : pixelKernels[static_cast<size_t>(out * 3 + b)];
+    return out == noLayout || b == noLayout ? nullptr : pixelKernels[cell(out, b)];
 }
 
 LxLineBlendFunction LxBlend_SelectLineBlendFunction(int32_t outType, int32_t bType) {
     const int out = firstLayoutOf(outType), b = layoutOf(bType);
-    return out == noLayout || b == noLayout ? nullptr : lineKernels[static_cast<size_t>(out * 3 + b)];
+    return out == noLayout || b == noLayout ? nullptr : lineKernels[cell(out, b)];
 }
 
 LxMapBlendFunction LxBlend_SelectMapBlendFunction(int32_t outType, int32_t aType, int32_t bType) {
@@ -178,5 +183,5 @@ LxMapBlendFunction LxBlend_SelectMapBlendFunction(int32_t outType, int32_t aType
         return nullptr;
     if (bType == kLxPixelF)
         return floatKernel(out, a);
-    return b == noLayout ? nullptr : mapKernels[static_cast<size_t>(out * 9 + a * 3 + b)];
+    return b == noLayout ? nullptr : mapKernels[cell(out, a) * 3 + static_cast<size_t>(b)];
 }

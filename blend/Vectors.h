@@ -18,11 +18,11 @@ namespace lx::LX_VECTOR_NAMESPACE {
 namespace {
 
 #if defined(__AVX2__)
-constexpr size_t vectorBytes = 32;
+enum : size_t { vectorBytes = 32 };
 #else
-constexpr size_t vectorBytes = 16;
+enum : size_t { vectorBytes = 16 };
 #endif
-constexpr size_t vectorPixels = vectorBytes / 4; // of four bytes
+enum : size_t { vectorPixels = vectorBytes / 4 }; // of four bytes
 
 using Bytes = uint8_t __attribute__((vector_size(vectorBytes)));
 using SignedBytes = int8_t __attribute__((vector_size(vectorBytes)));

@@ -2,9 +2,11 @@
 
 #include "geometry/Noise.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 #include "foundation/Numeric.h"
 
@@ -59,7 +61,7 @@ void LxNoise_Seed(uint32_t seed) {
         value = u / 1073741823.0 * -2.0 + 1.0;
     }
     // Every new layer seeds with 0; the cubics of a lattice that stands already need no second making.
-    if (std::memcmp(lattice, NoiseLattice, sizeof lattice) == 0)
+    if (std::equal(std::begin(lattice), std::end(lattice), NoiseLattice))
         return;
     std::memcpy(NoiseLattice, lattice, sizeof lattice);
     for (int i = 0; i < 256; ++i)

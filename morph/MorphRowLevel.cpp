@@ -2,7 +2,8 @@
 // compiler makes vectors of it. Each pixel's sums still grow in the order of the lines, by the same
 // operations, and come out the same to the bit at every level.
 
-#include <math.h>
+// The headers of C: an inline function of C++ could be merged with that of another level.
+#include <math.h> // NOLINT(modernize-deprecated-headers)
 
 #include "morph/MorphRow.h"
 

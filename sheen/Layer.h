@@ -28,7 +28,7 @@ class LxSheenLayer : public LxSheenSurface {
 public:
     LxSheenLayer() = default;
     explicit LxSheenLayer(const char *layerName) : name(layerName) {}
-    LxSheenLayer(const LxSheenLayer &other) : LxSheenSurface(), name() { *this = other; }
+    LxSheenLayer(const LxSheenLayer &other) : LxSheenLayer() { *this = other; }
     // Copies everything except the image, which is dropped here and sampled anew at the next render.
     LxSheenLayer &operator=(const LxSheenLayer &other);
 

@@ -7,9 +7,10 @@
 #error "only for files that are compiled once per vector level"
 #endif
 
-#include <math.h>
-#include <stdint.h>
-#include <string.h>
+// The headers of C: an inline function of C++ could be merged with that of another level.
+#include <math.h>   // NOLINT(modernize-deprecated-headers)
+#include <stdint.h> // NOLINT(modernize-deprecated-headers)
+#include <string.h> // NOLINT(modernize-deprecated-headers)
 
 #if defined(__SSE2__)
 #include <immintrin.h>
@@ -25,13 +26,13 @@ enum { vectorBytes = 16 };
 #endif
 enum { doubleLanes = vectorBytes / 8, floatLanes = vectorBytes / 4 };
 
-typedef double Doubles __attribute__((vector_size(vectorBytes)));
-typedef int64_t DoubleMask __attribute__((vector_size(vectorBytes)));
-typedef float Floats __attribute__((vector_size(vectorBytes)));
-typedef int32_t Ints __attribute__((vector_size(vectorBytes)));         // also the mask of Floats
-typedef float HalfFloats __attribute__((vector_size(vectorBytes / 2))); // as many as there are Doubles
-typedef int32_t HalfInts __attribute__((vector_size(vectorBytes / 2)));
-typedef uint32_t HalfWords __attribute__((vector_size(vectorBytes / 2)));
+using Doubles = double __attribute__((vector_size(vectorBytes)));
+using DoubleMask = int64_t __attribute__((vector_size(vectorBytes)));
+using Floats = float __attribute__((vector_size(vectorBytes)));
+using Ints = int32_t __attribute__((vector_size(vectorBytes)));         // also the mask of Floats
+using HalfFloats = float __attribute__((vector_size(vectorBytes / 2))); // as many as there are Doubles
+using HalfInts = int32_t __attribute__((vector_size(vectorBytes / 2)));
+using HalfWords = uint32_t __attribute__((vector_size(vectorBytes / 2)));
 
 static inline Doubles all(double value) {
     return value - Doubles{};

@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 
+#include "foundation/Numeric.h"
 #include "path/PathReader.h"
 #include "tools/Failure.h"
 #include "tools/SvgShape.h"
@@ -286,7 +287,7 @@ private:
             return;
         }
         LxRGBA rgba = paint.rgba;
-        rgba.a = static_cast<uint8_t>(rgba.a * opacity + 0.5);
+        rgba.a = static_cast<uint8_t>(lx::roundToInt32(rgba.a * opacity));
         canvas_.fill(path, rule, {rgba, nullptr}, mask);
     }
 

@@ -3,7 +3,8 @@
 // A vector of pixels is taken apart into the 16-bit lanes of its even bytes (r and b of each pixel) and of
 // its odd bytes (g and a), in which products of a byte and a weight fit.
 
-#include <string.h>
+// The headers of C: an inline function of C++ could be merged with that of another level.
+#include <string.h> // NOLINT(modernize-deprecated-headers)
 
 #include "gc/renderers/Spans.h"
 
@@ -20,9 +21,9 @@ enum { vectorBytes = 16 };
 #endif
 enum : size_t { lanes = vectorBytes / 4 };
 
-typedef uint32_t Words __attribute__((vector_size(vectorBytes)));
-typedef uint16_t Halves __attribute__((vector_size(vectorBytes)));
-typedef int16_t SignedHalves __attribute__((vector_size(vectorBytes)));
+using Words = uint32_t __attribute__((vector_size(vectorBytes)));
+using Halves = uint16_t __attribute__((vector_size(vectorBytes)));
+using SignedHalves = int16_t __attribute__((vector_size(vectorBytes)));
 
 inline Words load(const void *from) {
     Words words;

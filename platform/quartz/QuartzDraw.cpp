@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 
+#include "foundation/Numeric.h"
 #include "platform/quartz/QuartzContext.h"
 
 namespace lx {
@@ -66,7 +67,9 @@ cairo_filter_t filterOf(int32_t quality, const ImageForm &form) {
 }
 
 InkBytes inkBytes(const QuartzColor &color) {
-    const auto byte = [](double component) { return static_cast<uint8_t>(component * 255 + 0.5); };
+    const auto byte = [](double component) {
+        return static_cast<uint8_t>(lx::roundToInt32(component * 255));
+    };
     return {byte(color.red), byte(color.green), byte(color.blue), byte(color.alpha)};
 }
 
