@@ -64,6 +64,114 @@ std::vector<LxPointD> arch(int n, double radius) {
     return points;
 }
 
+// ---- The fit once more, word for word as the method goes, with curves by their weights ----
+
+LxPointD operator+(const LxPointD &a, const LxPointD &b) {
+    return {a.x + b.x, a.y + b.y};
+}
+LxPointD operator-(const LxPointD &a, const LxPointD &b) {
+    return {a.x - b.x, a.y - b.y};
+}
+LxPointD operator*(double s, const LxPointD &a) {
+    return {s * a.x, s * a.y};
+}
+double operator*(const LxPointD &a, const LxPointD &b) {
+    return a.x * b.x + a.y * b.y;
+}
+LxPointD unit(const LxPointD &a) {
+    return (1 / std::hypot(a.x, a.y)) * a;
+}
+
+struct PlainFitter {
+    std::vector<LxPointD> d;
+    double error;
+    std::vector<Piece> result;
+    int improved = 0; // runs that needed better parameters to fit
+
+    double distance(size_t i, size_t k) const { return std::hypot(d[i].x - d[k].x, d[i].y - d[k].y); }
+
+    Piece generate(size_t first, size_t last, const std::vector<double> &u, LxPointD t1, LxPointD t2) const {
+        double c00 = 0, c01 = 0, c11 = 0, x0 = 0, x1 = 0;
+        for (size_t i = 0; i < u.size(); ++i) {
+            const double t = u[i];
+            const LxPointD a0 = 3 * t * (1 - t) * (1 - t) * t1, a1 = 3 * t * t * (1 - t) * t2;
+            const Piece ends = {{d[first], d[first], d[last], d[last]}};
+            const LxPointD rest = d[first + i] - ends.at(t);
+            c00 += a0 * a0;
+            c01 += a0 * a1;
+            c11 += a1 * a1;
+            x0 += a0 * rest;
+            x1 += a1 * rest;
+        }
+        const double det = c00 * c11 - c01 * c01;
+        double left = (x0 * c11 - x1 * c01) / det, right = (c00 * x1 - c01 * x0) / det;
+        if (left < 0 || right < 0)
+            left = right = distance(first, last) / 3;
+        return {{d[first], d[first] + left * t1, d[last] + right * t2, d[last]}};
+    }
+
+    double largest(size_t first, const std::vector<double> &u, const Piece &curve, size_t &split) const {
+        double most = 0;
+        for (size_t i = 1; i + 1 < u.size(); ++i) {
+            const LxPointD away = curve.at(u[i]) - d[first + i];
+            if (away * away >= most) {
+                most = away * away;
+                split = first + i;
+            }
+        }
+        return most;
+    }
+
+    // Newton's step: the curve's derivatives by the weights of theirs.
+    std::vector<double> better(size_t first, const std::vector<double> &u, const Piece &curve) const {
+        std::vector<double> result;
+        const auto &q = curve.p;
+        for (size_t i = 0; i < u.size(); ++i) {
+            const double t = u[i], s = 1 - t;
+            const LxPointD away = curve.at(t) - d[first + i];
+            const LxPointD q1 =
+                3 * s * s * (q[1] - q[0]) + 6 * s * t * (q[2] - q[1]) + 3 * t * t * (q[3] - q[2]);
+            const LxPointD q2 = 6 * s * (q[2] - 2 * q[1] + q[0]) + 6 * t * (q[3] - 2 * q[2] + q[1]);
+            result.push_back(t - away * q1 / (q1 * q1 + away * q2));
+        }
+        return result;
+    }
+
+    void fit(size_t first, size_t last, LxPointD t1, LxPointD t2) {
+        if (last - first == 1) {
+            const double third = distance(first, last) / 3;
+            result.push_back({{d[first], d[first] + third * t1, d[last] + third * t2, d[last]}});
+            return;
+        }
+        std::vector<double> u = {0};
+        for (size_t i = first + 1; i <= last; ++i)
+            u.push_back(u.back() + distance(i, i - 1));
+        for (double &t : u)
+            t /= u.back();
+        size_t split = 0;
+        Piece curve = generate(first, last, u, t1, t2);
+        double most = largest(first, u, curve, split);
+        for (int round = 0; most >= error && round < 4 && (round > 0 || most < error * error); ++round) {
+            u = better(first, u, curve);
+            curve = generate(first, last, u, t1, t2);
+            most = largest(first, u, curve, split);
+            improved += most < error ? 1 : 0;
+        }
+        if (most < error) {
+            result.push_back(curve);
+            return;
+        }
+        const LxPointD center = unit(0.5 * ((d[split - 1] - d[split]) + (d[split] - d[split + 1])));
+        fit(first, split, t1, center);
+        fit(split, last, -1 * center, t2);
+    }
+
+    void run() {
+        const size_t last = d.size() - 1;
+        fit(0, last, unit(d[1] - d[0]), unit(d[last - 1] - d[last]));
+    }
+};
+
 } // namespace
 
 TEST(CurveFit, TwoPointsGiveAStraightCurve) {
@@ -129,6 +237,34 @@ TEST(CurveFit, WavesStayWithinTheError) {
             ASSERT_LT(distanceTo(curve, point), std::sqrt(2.0) + 0.1);
         EXPECT_LT(curve.size(), 40u);
     }
+}
+
+TEST(CurveFit, AgreesWithThePlainMethod) {
+    Random random(18);
+    size_t curves = 0;
+    int improved = 0;
+    for (int round = 0; round < 400; ++round) {
+        PlainFitter plain = {{}, random.real(0.3, 30), {}};
+        const double height = random.real(10, 80), length = random.real(15, 60), jitter = random.real(0, 4);
+        for (int i = random.integer(2, 60); i >= 0; --i)
+            plain.d.push_back(
+                {i * 5 + random.real(0, jitter), height * std::sin(i * 5 / length) + random.real(0, jitter)});
+        plain.run();
+        const std::vector<Piece> curve = pieces(fitted(plain.d, plain.error));
+        ASSERT_EQ(curve.size(), plain.result.size()) << round;
+        for (size_t i = 0; i < curve.size(); ++i) {
+            for (int k = 1; k < 4; ++k) {
+                const LxPointD expected = plain.result[i].p[k];
+                const double scale = 1 + std::hypot(expected.x, expected.y);
+                ASSERT_NEAR(curve[i].p[k].x, expected.x, 1e-6 * scale) << round;
+                ASSERT_NEAR(curve[i].p[k].y, expected.y, 1e-6 * scale) << round;
+            }
+        }
+        curves += curve.size();
+        improved += plain.improved;
+    }
+    EXPECT_GT(curves, 1000u);
+    EXPECT_GT(improved, 50) << "runs that one more round brought below the error";
 }
 
 TEST(CurveFit, PiecesJoin) {
