@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/path/PathStream.h"
+#include "tests/support/NoMemory.h"
 #include "tests/support/Random.h"
 
 using namespace lx;
@@ -184,6 +185,34 @@ TEST(PathClose, MendedPathsAreClosed) {
         EXPECT_EQ(LxPath_Close(path.get(), 1), 1) << stream;
         EXPECT_EQ(LxPath_isClosed(path.get()), 1) << stream;
     }
+}
+
+TEST(PathClose, WithoutMemoryForTheLineThePathStaysOpen) {
+    Stream full; // 3 words, 84 times 3, and 1: the array's 256
+    full.move(0, 0);
+    for (int i = 0; i < 84; ++i)
+        full.line(1, static_cast<float>(i));
+    full.close();
+    const PathHandle path = full.path();
+    ASSERT_EQ(path->capacity, path->count);
+    {
+        const NoMemory shortage;
+        EXPECT_EQ(LxPath_Close(path.get(), 1), 0);
+    }
+    EXPECT_EQ(Stream(path), full);
+    EXPECT_EQ(LxPath_Close(path.get(), 1), 1);
+}
+
+TEST(PathClose, PolygonWithoutItsNumberEndsTheTest) {
+    Stream full; // 3 words and 84 times 3, and the tag in the array's last
+    full.move(0, 0);
+    for (int i = 0; i < 84; ++i)
+        full.line(0, 0);
+    full.word(6);
+    const PathHandle path = full.path();
+    ASSERT_EQ(path->capacity, path->count);
+    EXPECT_EQ(LxPath_isClosed(path.get()), 0) << "the move was never closed";
+    EXPECT_EQ(LxPath_Info(path.get(), nullptr).points, 85);
 }
 
 TEST(PathClose, NullPathAnswersNo) {
