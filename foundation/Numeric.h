@@ -10,9 +10,14 @@ namespace lx {
 // Truncation toward zero. A value out of range, or not a number, gives the lowest integer, as the processor's
 // own instruction does.
 inline int32_t truncateToInt32(double value) {
+#if defined(__SSE2__)
+    using Pair [[gnu::vector_size(16)]] = double;
+    return __builtin_ia32_cvttsd2si(Pair{value});
+#else
     // The bounds are exact in double: everything strictly between them truncates into range.
     return value > -2147483649.0 && value < 2147483648.0 ? static_cast<int32_t>(value)
                                                          : std::numeric_limits<int32_t>::min();
+#endif
 }
 
 inline int64_t truncateToInt64(double value) {

@@ -102,6 +102,7 @@ void LxGC_Delete(LxGC *gc) {
         return;
     for (int32_t i = 0; i < gc->rendererCount; ++i)
         LxRenderer_Delete(gc->renderers[i]);
+    gc->~LxGC();
     LxMem_free(gc);
 }
 

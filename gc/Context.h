@@ -7,6 +7,7 @@
 #include <oxlume/LxGC.h>
 
 #include "gc/Renderer.h"
+#include "path/PathBuilder.h"
 
 namespace lx {
 
@@ -44,6 +45,7 @@ struct _LxGC {
     int32_t rendererCount;
     std::array<LxRenderer *, lx::maxRenderers> renderers; // owned
     uint32_t renderMode;                                  // a set of LxRenderMode
+    lx::PathBuilder figure; // the line, frame, ellipse or polygon that is being drawn
 };
 
 namespace lx {

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <cstdlib>
 
+#include "gc/Context.h"
 #include "geometry/Rect.h"
 
 namespace lx {
@@ -12,33 +13,33 @@ namespace {
 
 // ---- Through the slot `path` ----
 
-// Draws the path that `build` makes. Without memory for it nothing is drawn.
+// Draws the path that `build` makes of an empty one. Without memory for it nothing is drawn.
 template <class Build>
 void drawBuilt(LxRenderer *renderer, Build build) {
-    LxPath *path = LxPath_Create();
-    if (path == nullptr)
+    renderer->gc->figure.restart(blockWords);
+    LxPath &path = renderer->gc->figure.path();
+    if (path.capacity == 0)
         return;
-    build(path);
-    renderer->path(renderer, path);
-    LxPath_Delete(path);
+    build(&path);
+    renderer->path(renderer, &path);
 }
 
 void drawLine(LxRenderer *renderer, double x1, double y1, double x2, double y2) {
-    drawBuilt(renderer, [=](LxPath *path) { LxPath_SetLine(path, x1, y1, x2, y2); });
+    drawBuilt(renderer, [=](LxPath *path) { LxPath_AddLine(path, x1, y1, x2, y2); });
 }
 
 void drawFrame(LxRenderer *renderer, double x1, double y1, double x2, double y2, double radiusX,
                double radiusY) {
     const LxRectD rect = LxRectD_Make(x1, y1, x2, y2);
-    drawBuilt(renderer, [&](LxPath *path) { LxPath_SetRect(path, &rect, radiusX, radiusY); });
+    drawBuilt(renderer, [&](LxPath *path) { LxPath_AddRect(path, &rect, radiusX, radiusY); });
 }
 
 void drawEllipse(LxRenderer *renderer, double cx, double cy, double radiusX, double radiusY) {
-    drawBuilt(renderer, [=](LxPath *path) { LxPath_SetEllipse(path, cx, cy, radiusX, radiusY); });
+    drawBuilt(renderer, [=](LxPath *path) { LxPath_AddEllipse(path, cx, cy, radiusX, radiusY); });
 }
 
 void drawPoly(LxRenderer *renderer, const LxPointD *points, int32_t n) {
-    drawBuilt(renderer, [=](LxPath *path) { LxPath_SetPoly(path, points, n); });
+    drawBuilt(renderer, [=](LxPath *path) { LxPath_AddPoly(path, points, n); });
 }
 
 // ---- Over the slot `pixel` ----

@@ -16,12 +16,11 @@ void beginGradient(LxShader *shader, const double *bounds) {
 
 void gradientColor(LxColor *out, LxShader *shader, int32_t x, int32_t y, int32_t coverage) {
     LxGradient_Color(out, static_cast<const LxGradient *>(shader->data), x, y);
-    cover(*out, coverage);
+    out->content.rgba = covered(out->content.rgba, coverage);
 }
 
 void solidColor(LxColor *out, LxShader *shader, int32_t, int32_t, int32_t coverage) {
-    *out = LxColor_RGBA_t(*static_cast<const LxRGBA *>(shader->data));
-    cover(*out, coverage);
+    *out = LxColor_RGBA_t(covered(*static_cast<const LxRGBA *>(shader->data), coverage));
 }
 
 LxShader solidShader(LxRGBA &rgba) {

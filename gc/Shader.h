@@ -11,10 +11,10 @@ inline constexpr int32_t constantColour = 1;
 // A shader of the colour whose four bytes r, g, b, a are at `rgba`, which must outlive it.
 LxShader solidShader(LxRGBA &rgba);
 
-// Coverage travels as alpha; at 255 the colour stays as it is.
-inline void cover(LxColor &color, int32_t coverage) {
-    uint8_t &alpha = color.content.rgba.a;
-    alpha = static_cast<uint8_t>(((alpha + 1) * coverage) >> 8);
+// Coverage travels as alpha; at 255 the colour stays as it is. Callers of a shader may give any number.
+inline LxRGBA covered(LxRGBA color, int32_t coverage) {
+    color.a = static_cast<uint8_t>((color.a + 1u) * static_cast<uint32_t>(coverage) >> 8);
+    return color;
 }
 
 // The operations of the two kinds, by which a fill knows them.

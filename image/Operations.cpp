@@ -141,16 +141,24 @@ int32_t setSpan(LxImage &image, int32_t x0, int32_t x1, int32_t y, const LxColor
     return 1;
 }
 
+// On purpose: a pixel of kLxPixelL is stored where single-pixel access finds it, one byte after the one
+// before.
 void frame(LxImage &image) {
     const LxColor color = LxColor_RGBA(128, 128, 255, 255);
     const size_t bytes = storedBytes(image);
+    const ptrdiff_t step = LxImage_BytesPerPixel(&image);
     const int32_t w = width(image), last = height(image) - 1;
+    const auto set = [&](uint8_t *row, int32_t x) {
+        std::memcpy(row + x * step, color.content.bytes, bytes);
+    };
     int32_t y = 0;
     forEachStoredRow(image, [&](uint8_t *row) {
-        if (y == 0 || y == last)
-            fillRun(row, bytes, w, color);
-        fillRun(row, bytes, 1, color);
-        fillRun(row + (w - 1) * static_cast<ptrdiff_t>(bytes), bytes, 1, color);
+        if (y == 0 || y == last) {
+            for (int32_t x = 0; x < w; ++x)
+                set(row, x);
+        }
+        set(row, 0);
+        set(row, w - 1);
         ++y;
     });
 }

@@ -95,9 +95,13 @@ Pictures packedPictures(const LxImage &source, LxImage &destination) {
             height(source),   handledPixelBytes(source)};
 }
 
+bool hasBytes(const LxImage &image, int64_t bytes) {
+    return bytes == 0 || (firstRow(image) != nullptr && bytes <= LxImage_DataSize(&image));
+}
+
 bool fitPacked(const LxImage &source, const LxImage &destination) {
     const int64_t bytes = packedBytes(source);
-    return bytes <= LxImage_DataSize(&source) && bytes <= LxImage_DataSize(&destination);
+    return hasBytes(source, bytes) && hasBytes(destination, bytes);
 }
 
 bool overlap(const uint8_t *a, int64_t aBytes, const uint8_t *b, int64_t bBytes) {
@@ -132,6 +136,11 @@ private:
     std::vector<MorphPair> pairs_;
     std::vector<float> store_;
 };
+
+// No lines need no arrays.
+bool areThere(const LxMorphLine *sourceLines, const LxMorphLine *targetLines, int32_t lineCount) {
+    return lineCount <= 0 || (sourceLines != nullptr && targetLines != nullptr);
+}
 
 int32_t morphFrames(const LxImage &source, LxImage &destination, const LxMorphLine *sourceLines,
                     const LxMorphLine *targetLines, size_t lineCount, int32_t frameCount) {
@@ -202,9 +211,8 @@ LxMorphLine LxMorphLine_Make(int32_t x0, int32_t y0, int32_t x1, int32_t y1) {
 
 int32_t LxMorph_Frame(const LxImage *source, LxImage *destination, const LxMorphLine *sourceLines,
                       const LxMorphLine *targetLines, int32_t lineCount, double t) {
-    const bool hasLines = lineCount == 0 || (sourceLines != nullptr && targetLines != nullptr);
-    if (source == nullptr || destination == nullptr || lineCount < 0 || !hasLines || !std::isfinite(t) ||
-        !match(*source, *destination))
+    if (source == nullptr || destination == nullptr || lineCount < 0 ||
+        !areThere(sourceLines, targetLines, lineCount) || !std::isfinite(t) || !match(*source, *destination))
         return 0;
     try {
         morphFrame(*source, *destination, sourceLines, targetLines, static_cast<size_t>(lineCount),
@@ -217,7 +225,8 @@ int32_t LxMorph_Frame(const LxImage *source, LxImage *destination, const LxMorph
 
 int32_t LxMorphFrames(LxImage *source, LxImage *destination, const LxMorphLine *sourceLines,
                       const LxMorphLine *targetLines, int32_t lineCount, int32_t frameCount) {
-    if (source == nullptr || destination == nullptr || frameCount < 1 || !fitPacked(*source, *destination))
+    if (source == nullptr || destination == nullptr || frameCount < 1 ||
+        !areThere(sourceLines, targetLines, lineCount) || !fitPacked(*source, *destination))
         return frameCount;
     try {
         return morphFrames(*source, *destination, sourceLines, targetLines,

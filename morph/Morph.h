@@ -13,8 +13,9 @@ extern "C" {
 // lines have gone f / frameCount of the way from `sourceLines` to `targetLines`, arrays of `lineCount`. Every
 // frame overwrites the one before, so the last remains. Handles kLxPixelA and kLxPixelRGB, in tightly packed
 // rows; other types stay as they are. Writes a progress line to standard output for every row of every frame.
-// Answers the frame counter after the last frame, frameCount + 1; below one frame, or where an image is null
-// or its pixels do not fit the source's size, nothing happens and the answer is `frameCount`.
+// Answers the frame counter after the last frame, frameCount + 1; below one frame, or where an image or an
+// array of lines is null or its pixels do not fit the source's size, nothing happens and the answer is
+// `frameCount`.
 int32_t LxMorphFrames(LxImage *source, LxImage *destination, const LxMorphLine *sourceLines,
                       const LxMorphLine *targetLines, int32_t lineCount, int32_t frameCount);
 }

@@ -2,7 +2,6 @@
 // marker pixels cut into pieces, or one of the tiles that they cut it into.
 
 #include <cstring>
-#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -12,20 +11,12 @@
 #include "geometry/Rect.h"
 #include "image/Image.h"
 #include "tools/BlendNames.h"
-#include "tools/Command.h"
+#include "tools/Commands.h"
 #include "tools/PngFile.h"
 #include "tools/Progress.h"
 
 namespace tool {
 namespace {
-
-struct Arguments {
-    std::string destination, source, out, mask;
-    std::string mode = "SrcOver", channel = "rgba";
-    int opacity = 255;
-    std::vector<int32_t> at = {0, 0};
-    std::vector<int32_t> frame, tile; // empty where SRC is laid as it is
-};
 
 ImageHandle readMask(const std::string &path) {
     ImageHandle mask = readPng(path);
@@ -34,7 +25,7 @@ ImageHandle readMask(const std::string &path) {
     return mask;
 }
 
-LxRectL frameOf(const Arguments &arguments, LxImage &source) {
+LxRectL frameOf(const BlendArguments &arguments, LxImage &source) {
     const LxRectL frame = {arguments.frame[0], arguments.frame[1], arguments.frame[2], arguments.frame[3]};
     if (lx::isEmpty(frame))
         throw Failure("--frame: X0,Y0 is the corner above and left of X1,Y1");
@@ -44,7 +35,7 @@ LxRectL frameOf(const Arguments &arguments, LxImage &source) {
     return frame;
 }
 
-ImageHandle tileOf(const Arguments &arguments, LxImage &source) {
+ImageHandle tileOf(const BlendArguments &arguments, LxImage &source) {
     LxImage_ReadSegmentMarks(&source);
     if (LxImage_isTiled(&source) == 0)
         throw Failure(arguments.source + ": no marker pixels cut it into tiles");
@@ -69,7 +60,9 @@ ImageHandle tileOf(const Arguments &arguments, LxImage &source) {
     return tile;
 }
 
-void blend(const Arguments &arguments) {
+} // namespace
+
+void blend(const BlendArguments &arguments) {
     LxBlend how =
         LxBlend_WithChannel(modeNamed(arguments.mode), arguments.opacity, channelNamed(arguments.channel));
     const ImageHandle destination = readPng(arguments.destination);
@@ -89,42 +82,6 @@ void blend(const Arguments &arguments) {
         LxBlend_Image_Image(&how, destination.get(), source.get(), mask.get(), frame ? &*frame : nullptr);
     }
     writePng(arguments.out, *destination);
-}
-
-} // namespace
-
-void addBlendCommand(CLI::App &program) {
-    const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = program.add_subcommand("blend", "Lay one picture over another");
-    command->add_option("DST", arguments->destination, "PNG file that is laid on")->required();
-    command->add_option("SRC", arguments->source, "PNG file to lay over it")->required();
-    command->add_option("-o,--out", arguments->out, "PNG file to write")->required();
-    command->add_option("--mode", arguments->mode, "Blend mode, as `oxlume modes --list` names them")
-        ->capture_default_str();
-    command->add_option("--opacity", arguments->opacity, "0 to 255")
-        ->capture_default_str()
-        ->check(CLI::Range(0, 255));
-    command->add_option("--channel", arguments->channel, "red, green, blue, alpha, rgb or rgba")
-        ->capture_default_str();
-    command->add_option("--mask", arguments->mask, "Grey PNG file that lies on SRC and gates it");
-    CLI::Option *const at = command->add_option("--at", arguments->at, "Where SRC goes in DST, as X,Y")
-                                ->delimiter(',')
-                                ->expected(2)
-                                ->capture_default_str();
-    CLI::Option *const frame =
-        command
-            ->add_option("--frame", arguments->frame,
-                         "Stretch SRC, cut into pieces by its marker pixels, over X0,Y0,X1,Y1 of DST")
-            ->delimiter(',')
-            ->expected(4);
-    command
-        ->add_option("--tile", arguments->tile,
-                     "Lay the tile X,Y, from 0,0, of those that SRC's marker pixels cut it into")
-        ->delimiter(',')
-        ->expected(2)
-        ->excludes(frame);
-    frame->excludes(at);
-    command->callback([arguments] { blend(*arguments); });
 }
 
 } // namespace tool

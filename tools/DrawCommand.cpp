@@ -6,24 +6,16 @@
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <string>
 #include <unistd.h>
 
-#include "tools/Command.h"
+#include "tools/Commands.h"
 #include "tools/DrawScript.h"
 #include "tools/PngFile.h"
 #include "tools/Progress.h"
-#include "tools/RendererOption.h"
 
 namespace tool {
 namespace {
-
-struct Arguments {
-    std::string script, output;
-    CanvasMaker makeCanvas = makeSoftwareCanvas;
-    unsigned seconds = 60;
-};
 
 // What the program says last if drawing takes too long; made up before, since a signal's handler cannot.
 char lateMessage[256];
@@ -59,7 +51,9 @@ std::string readScript(const std::string &path) {
     return text;
 }
 
-void draw(const Arguments &arguments) {
+} // namespace
+
+void draw(const DrawArguments &arguments) {
     const std::filesystem::path folder = std::filesystem::path(arguments.script).parent_path();
     Drawing drawing([&](const std::string &file) { return readPng((folder / file).string()); },
                     arguments.makeCanvas);
@@ -72,23 +66,6 @@ void draw(const Arguments &arguments) {
         });
     }
     writePng(arguments.output, *drawing.finish());
-}
-
-} // namespace
-
-void addDrawCommand(CLI::App &program) {
-    const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = program.add_subcommand("draw", "Draw a picture by a script of context calls");
-    command->footer("One command a line; # begins a comment. Files are looked for beside the script.\n" +
-                    drawCommandList());
-    command->add_option("SCRIPT", arguments->script, "Text file, at most 1 MiB: size W H, then commands")
-        ->required();
-    command->add_option("-o,--output", arguments->output, "PNG file to write")->required();
-    addRendererOption(*command, arguments->makeCanvas);
-    command->add_option("--seconds", arguments->seconds, "Give up after this time")
-        ->check(CLI::Range(1, 3600))
-        ->capture_default_str();
-    command->callback([arguments] { draw(*arguments); });
 }
 
 } // namespace tool

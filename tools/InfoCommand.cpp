@@ -1,14 +1,13 @@
 // `oxlume info FILE.png`: what the library makes of a picture.
 
 #include <iostream>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include <nlohmann/json.hpp>
 
 #include "image/Image.h"
-#include "tools/Command.h"
+#include "tools/Commands.h"
 #include "tools/PngFile.h"
 
 namespace tool {
@@ -106,21 +105,10 @@ void printAsJson(const std::string &file, const LxImage &image) {
 
 } // namespace
 
-void addInfoCommand(CLI::App &program) {
-    struct Arguments {
-        std::string file;
-        bool json = false;
-    };
-    const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = program.add_subcommand(
-        "info", "Tell a picture's size, type, row bytes and storage class, and its segments or tiles");
-    command->add_option("FILE", arguments->file, "PNG file")->required();
-    command->add_flag("--json", arguments->json, "Print JSON, for programs");
-    command->callback([arguments] {
-        const ImageHandle image = readPng(arguments->file);
-        LxImage_ReadSegmentMarks(image.get());
-        (arguments->json ? printAsJson : printAsText)(arguments->file, *image);
-    });
+void info(const InfoArguments &arguments) {
+    const ImageHandle image = readPng(arguments.file);
+    LxImage_ReadSegmentMarks(image.get());
+    (arguments.json ? printAsJson : printAsText)(arguments.file, *image);
 }
 
 } // namespace tool

@@ -15,7 +15,7 @@
 #include "image/Image.h"
 #include "tools/BlendNames.h"
 #include "tools/Canvas.h"
-#include "tools/Command.h"
+#include "tools/Commands.h"
 #include "tools/OutputFile.h"
 #include "tools/PngFile.h"
 #include "tools/Progress.h"
@@ -27,12 +27,6 @@ constexpr int32_t columns = 8;
 constexpr int32_t gap = 6;
 constexpr int32_t labelHeight = 14; // under each picture, for the mode's name in the text size that there is
 constexpr int32_t baseline = 10;    // of the name in it
-
-struct Arguments {
-    std::string destination, source, folder;
-    int opacity = 255, side = 240;
-    bool list = false;
-};
 
 ImageHandle makeRgba(int32_t w, int32_t h) {
     ImageHandle image(LxImage_Create(kLxPixelRGBA, 0, 0, w, h, 1, 0));
@@ -115,7 +109,15 @@ void makeFolder(const std::string &folder) {
         throw Failure(folder + ": cannot be made a folder" + (error ? ": " + error.message() : ""));
 }
 
-void showModes(const Arguments &arguments) {
+} // namespace
+
+void modes(const ModesArguments &arguments) {
+    if (arguments.list) {
+        std::cout << modeList();
+        return;
+    }
+    if (arguments.destination.empty() || arguments.source.empty() || arguments.folder.empty())
+        throw Failure("modes needs two pictures and a folder to write to: DST SRC -o FOLDER");
     const ImageHandle destination = reduced(arguments.destination, arguments.side);
     const ImageHandle source = reduced(arguments.source, arguments.side);
     const Sheet sheet = {lx::width(*destination), lx::height(*destination)};
@@ -139,34 +141,6 @@ void showModes(const Arguments &arguments) {
     }
     writePng(arguments.folder + "/sheet.png", *picture);
     writePage(arguments.folder + "/index.html", arguments.opacity);
-}
-
-} // namespace
-
-void addModesCommand(CLI::App &program) {
-    const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = program.add_subcommand(
-        "modes", "Show every blend mode over two pictures: a contact sheet and a page");
-    command->add_option("DST", arguments->destination, "PNG file that is laid on");
-    command->add_option("SRC", arguments->source, "PNG file to lay over it");
-    command->add_option("-o,--out", arguments->folder,
-                        "Folder to write sheet.png, index.html and a PNG file a mode to");
-    command->add_option("--opacity", arguments->opacity, "0 to 255")
-        ->capture_default_str()
-        ->check(CLI::Range(0, 255));
-    command->add_option("--size", arguments->side, "Longest side of a picture on the sheet, in pixels")
-        ->capture_default_str()
-        ->check(CLI::Range(1, 4096));
-    command->add_flag("--list", arguments->list, "Print the names of the modes and do nothing else");
-    command->callback([arguments] {
-        if (arguments->list) {
-            std::cout << modeList();
-            return;
-        }
-        if (arguments->destination.empty() || arguments->source.empty() || arguments->folder.empty())
-            throw Failure("modes needs two pictures and a folder to write to: DST SRC -o FOLDER");
-        showModes(*arguments);
-    });
 }
 
 } // namespace tool

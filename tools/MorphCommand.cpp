@@ -1,9 +1,9 @@
 // `oxlume morph A.png LINES.txt -o OUT.png`: warps a picture by pairs of lines.
 
+#include <cstdio>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
-#include <memory>
 #include <optional>
 #include <sstream>
 #include <string>
@@ -12,7 +12,7 @@
 #include <oxlume/LxExtras.h>
 
 #include "image/Image.h"
-#include "tools/Command.h"
+#include "tools/Commands.h"
 #include "tools/GifFile.h"
 #include "tools/PngFile.h"
 #include "tools/Progress.h"
@@ -62,21 +62,17 @@ Lines readLines(const std::string &path) {
     return lines;
 }
 
-struct Arguments {
-    std::string picture, lines, output, animation;
-    int frames = 1;
-    bool keepFrames = false;
-};
-
 // OUT.png as OUT-007.png.
 std::string numbered(const std::string &path, int number) {
     const std::filesystem::path whole(path);
-    const std::string digits = std::to_string(number);
-    const std::string tail = "-" + std::string(digits.size() < 3 ? 3 - digits.size() : 0, '0') + digits;
+    char tail[16];
+    std::snprintf(tail, sizeof tail, "-%03d", number);
     return (whole.parent_path() / whole.stem()).string() + tail + whole.extension().string();
 }
 
-void morph(const Arguments &arguments) {
+} // namespace
+
+void morph(const MorphArguments &arguments) {
     const ImageHandle picture = readPng(arguments.picture);
     if (picture->type != kLxPixelA && picture->type != kLxPixelRGB)
         throw Failure(arguments.picture + ": pictures with transparency cannot be morphed");
@@ -105,24 +101,6 @@ void morph(const Arguments &arguments) {
     writePng(arguments.output, *result);
     if (animation)
         animation->finish();
-}
-
-} // namespace
-
-void addMorphCommand(CLI::App &program) {
-    const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = program.add_subcommand("morph", "Warp a picture by pairs of lines");
-    command->add_option("PICTURE", arguments->picture, "PNG file, grey or colour without transparency")
-        ->required();
-    command
-        ->add_option("LINES", arguments->lines,
-                     "Text file, one pair of lines a row: sx0 sy0 sx1 sy1 tx0 ty0 tx1 ty1")
-        ->required();
-    command->add_option("-o,--output", arguments->output, "PNG file of the last frame")->required();
-    command->add_option("--frames", arguments->frames, "Number of frames")->check(CLI::Range(1, 10000));
-    command->add_flag("--keep-frames", arguments->keepFrames, "Keep every frame, as OUT-001.png and so on");
-    command->add_option("--animation", arguments->animation, "GIF file of the picture and all frames");
-    command->callback([arguments] { morph(*arguments); });
 }
 
 } // namespace tool

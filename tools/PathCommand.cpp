@@ -4,16 +4,14 @@
 #include <charconv>
 #include <iostream>
 #include <iterator>
-#include <map>
 #include <memory>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include <oxlume/LxPath.h>
 
 #include "path/PathReader.h"
-#include "tools/Command.h"
+#include "tools/Commands.h"
 #include "tools/PathText.h"
 #include "tools/Progress.h"
 
@@ -45,25 +43,13 @@ void print(const LxPath &path) {
         std::cout << "no item\n";
 }
 
-const std::map<std::string, int32_t> strokeStyles = {
-    {"bevel", 0}, {"mitre", kLxStrokeMitre}, {"items", kLxStrokeItems}};
-
-struct Arguments {
-    std::string items;
-    double width = 0;
-    std::string style = "bevel";
-    std::vector<double> clip;
-    bool flatten = false;
-    const CLI::Option *outline = nullptr;
-};
-
 std::string readStandardInput() {
     return {std::istreambuf_iterator<char>(std::cin), {}};
 }
 
-void edit(LxPath &path, const Arguments &arguments) {
-    if (*arguments.outline)
-        LxPath_Outline(&path, nullptr, nullptr, arguments.width, strokeStyles.at(arguments.style));
+void edit(LxPath &path, const PathArguments &arguments) {
+    if (arguments.outline)
+        LxPath_Outline(&path, nullptr, nullptr, *arguments.outline, strokeStyles.at(arguments.style));
     else if (arguments.flatten || !arguments.clip.empty())
         LxPath_Decompose(&path, nullptr);
     if (!arguments.clip.empty()) {
@@ -73,39 +59,20 @@ void edit(LxPath &path, const Arguments &arguments) {
     }
 }
 
-void run(const Arguments &arguments) {
-    const std::string items = arguments.items == "-" ? readStandardInput() : arguments.items;
-    PathHandle path;
-    {
-        const Progress progress("computing the path", 0);
-        path = parsePath(items);
-        edit(*path, arguments);
-    }
-    print(*path);
-}
-
 } // namespace
 
-void addPathCommand(CLI::App &program) {
-    const auto arguments = std::make_shared<Arguments>();
-    CLI::App *command = program.add_subcommand("path", "Print a path's items, one a line");
-    command
-        ->add_option(
-            "ITEMS", arguments->items,
-            "Items such as \"M 0,0 L 10,0 Q 15,5 10,10 C 5,15 0,5 0,0 Z\", or by name: \"move 0 0; line "
-            "10 0; close\"; - reads them from standard input")
-        ->required();
-    arguments->outline = command->add_option("--outline", arguments->width, "Outline a stroke of this width")
-                             ->type_name("WIDTH");
-    command->add_option("--style", arguments->style, "Joins of the outline; items for none")
-        ->check(CLI::IsMember(&strokeStyles))
-        ->capture_default_str();
-    command->add_flag("--flatten", arguments->flatten, "Cut curves into lines");
-    command->add_option("--clip", arguments->clip, "Clip to a rectangle, after flattening")
-        ->type_name("X0,Y0,X1,Y1")
-        ->delimiter(',')
-        ->expected(4);
-    command->callback([arguments] { run(*arguments); });
+const std::map<std::string, int32_t> strokeStyles = {
+    {"bevel", 0}, {"mitre", kLxStrokeMitre}, {"items", kLxStrokeItems}};
+
+void path(const PathArguments &arguments) {
+    const std::string items = arguments.items == "-" ? readStandardInput() : arguments.items;
+    PathHandle parsed;
+    {
+        const Progress progress("computing the path", 0);
+        parsed = parsePath(items);
+        edit(*parsed, arguments);
+    }
+    print(*parsed);
 }
 
 } // namespace tool

@@ -6,13 +6,12 @@
 #include <fstream>
 #include <iostream>
 #include <iterator>
-#include <memory>
 #include <string>
 #include <vector>
 
 #include "image/Image.h"
 #include "sheen/Preset.h"
-#include "tools/Command.h"
+#include "tools/Commands.h"
 #include "tools/OutputFile.h"
 #include "tools/PngFile.h"
 #include "tools/Progress.h"
@@ -24,18 +23,6 @@ namespace {
 
 using lx::LxSheenDescriptor;
 using lx::LxSheenLayer;
-
-// A picture and its heights of this size take about a gigabyte.
-constexpr int largestSize = 8192;
-
-struct SheenOptions {
-    std::string preset;
-    std::string output, heights, save, sheet;
-    int size = 512;
-    std::vector<std::string> layers, colors, modes, opacities, names, lights;
-    bool list = false;
-    bool presets = false;
-};
 
 void printTable() {
     std::printf("%5s  %-22s %-33s %8s %8s  %-10s %s\n", "index", "key", "label", "minimum", "maximum",
@@ -86,43 +73,34 @@ void forEachSetting(const std::string &settings, Apply apply) {
     }
 }
 
-// Applies the options to the descriptor in the order in which they were given: a layer's options follow it.
-void applyOptions(const CLI::App &command, const SheenOptions &options, LxSheenDescriptor &descriptor) {
+// Applies the settings in their order: what is set of a layer follows it.
+void apply(const std::vector<SheenArguments::Setting> &settings, LxSheenDescriptor &descriptor) {
     const auto layer = [&]() -> LxSheenLayer & {
         if (descriptor.CurrentLayerRecord() == nullptr)
             descriptor.AddLayer(LxSheenLayer());
         return *descriptor.CurrentLayerRecord();
     };
-    struct Repeated {
-        const char *name;
-        const std::vector<std::string> &values;
-        size_t next = 0;
-    };
-    Repeated repeated[] = {{"--layer", options.layers}, {"--color", options.colors},
-                           {"--mode", options.modes},   {"--opacity", options.opacities},
-                           {"--name", options.names},   {"--light", options.lights}};
-    for (const CLI::Option *option : command.parse_order()) {
-        for (Repeated &one : repeated) {
-            if (!option->check_lname(one.name + 2) || one.next >= one.values.size())
-                continue;
-            const std::string &value = one.values[one.next++];
-            const std::string name = one.name + 2;
-            if (name == "layer") {
-                descriptor.AddLayer(LxSheenLayer());
-                forEachSetting(value, [&](const std::string &key, const std::string &text) {
-                    lx::applyToLayer(layer(), key, text);
-                });
-            } else if (name == "light") {
-                forEachSetting(value, [&](const std::string &key, const std::string &text) {
-                    lx::applyToLight(descriptor, key, text);
-                });
-            } else if (name == "name") {
-                layer().name = value;
-            } else {
-                lx::applyToLayer(layer(), name, value);
-            }
+    for (const auto &[option, value] : settings) {
+        if (option == "layer") {
+            descriptor.AddLayer(LxSheenLayer());
+            forEachSetting(value, [&](const std::string &key, const std::string &text) {
+                lx::applyToLayer(layer(), key, text);
+            });
+        } else if (option == "light") {
+            forEachSetting(value, [&](const std::string &key, const std::string &text) {
+                lx::applyToLight(descriptor, key, text);
+            });
+        } else if (option == "name") {
+            layer().name = value;
+        } else {
+            lx::applyToLayer(layer(), option, value);
         }
     }
+}
+
+bool hasLayers(const SheenArguments &arguments) {
+    return std::any_of(arguments.settings.begin(), arguments.settings.end(),
+                       [](const auto &setting) { return setting.option == "layer"; });
 }
 
 // The heights as a grey picture, white for 1.
@@ -153,20 +131,20 @@ void writeText(const std::string &path, const std::string &text) {
     file.commit();
 }
 
-void buildDescriptor(const CLI::App &command, const SheenOptions &options, LxSheenDescriptor &descriptor) {
+void buildDescriptor(const SheenArguments &arguments, LxSheenDescriptor &descriptor) {
     try {
-        if (!options.preset.empty())
-            lx::readPreset(presetText(options.preset), descriptor);
-        else if (!options.sheet.empty() && options.layers.empty())
-            lx::readPreset(sheetPreset(lx::parameterOf(options.sheet)), descriptor);
+        if (!arguments.preset.empty())
+            lx::readPreset(presetText(arguments.preset), descriptor);
+        else if (!arguments.sheet.empty() && !hasLayers(arguments))
+            lx::readPreset(sheetPreset(lx::parameterOf(arguments.sheet)), descriptor);
     } catch (const lx::PresetError &error) {
-        throw Failure((options.preset.empty() ? "" : options.preset + ": ") + error.what());
+        throw Failure((arguments.preset.empty() ? "" : arguments.preset + ": ") + error.what());
     }
     // What goes beyond the limits in a preset of ours does so on purpose.
     std::vector<std::string> intended;
-    if (builtInPreset(options.preset) != nullptr)
+    if (builtInPreset(arguments.preset) != nullptr)
         intended = lx::valuesBeyondLimits(descriptor);
-    applyOptions(command, options, descriptor);
+    apply(arguments.settings, descriptor);
     if (descriptor.LayerCount() == 0)
         descriptor.AddLayer(LxSheenLayer());
     for (const std::string &line : lx::valuesBeyondLimits(descriptor)) {
@@ -175,65 +153,32 @@ void buildDescriptor(const CLI::App &command, const SheenOptions &options, LxShe
     }
 }
 
-void runSheen(const CLI::App &command, const SheenOptions &options) {
-    if (options.list || options.presets) {
-        options.list ? printTable() : printPresets();
+} // namespace
+
+void sheen(const SheenArguments &arguments) {
+    if (arguments.list || arguments.presets) {
+        arguments.list ? printTable() : printPresets();
         return;
     }
-    if (options.output.empty() && options.heights.empty() && options.save.empty())
+    if (arguments.output.empty() && arguments.heights.empty() && arguments.save.empty())
         throw Failure("nothing to do: give -o, --heights, --save, --list or --presets");
-    LxSheenDescriptor descriptor(options.size, options.size);
-    buildDescriptor(command, options, descriptor);
-    if (!options.save.empty())
-        writeText(options.save, lx::writePreset(descriptor));
-    if (!options.sheet.empty()) {
-        writePng(options.output, *contactSheet(descriptor, lx::parameterOf(options.sheet)));
+    LxSheenDescriptor descriptor(arguments.size, arguments.size);
+    buildDescriptor(arguments, descriptor);
+    if (!arguments.save.empty())
+        writeText(arguments.save, lx::writePreset(descriptor));
+    if (!arguments.sheet.empty()) {
+        writePng(arguments.output, *contactSheet(descriptor, lx::parameterOf(arguments.sheet)));
         return;
     }
-    if (options.output.empty() && options.heights.empty())
+    if (arguments.output.empty() && arguments.heights.empty())
         return;
     // A stack without an enabled layer is an empty picture.
     if (render(descriptor) == 0 && descriptor.image == nullptr)
         throw Failure("no picture: no layer is enabled, or memory is short");
-    if (!options.output.empty())
-        writePng(options.output, *descriptor.image);
-    if (!options.heights.empty())
-        writePng(options.heights, *greyPicture(*descriptor.floatImage));
-}
-
-} // namespace
-
-void addSheenCommand(CLI::App &program) {
-    CLI::App *const command = program.add_subcommand("sheen", "Draw a procedural surface, layer by layer");
-    const auto options = std::make_shared<SheenOptions>();
-    command->add_option("PRESET", options->preset, "A preset: its name (see --presets) or its file");
-    command->add_option("-o,--output", options->output, "Write the picture to this PNG file");
-    command->add_option("--heights", options->heights, "Write the heights to this PNG file, in grey");
-    command->add_option("--size", options->size, "Width and height in pixels")
-        ->check(CLI::Range(1, largestSize))
-        ->capture_default_str();
-    const auto addRepeated = [&](const char *name, std::vector<std::string> &values, const char *help) {
-        command->add_option(name, values, help)
-            ->expected(1)
-            ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
-    };
-    addRepeated("--layer", options->layers, "Add a layer: KEY=VALUE,KEY=VALUE,... (see --list)");
-    addRepeated("--color", options->colors, "Colour of the layer given last: R,G,B or R,G,B,A");
-    addRepeated(
-        "--mode", options->modes,
-        "How the layer given last meets those under it: add, subtract, multiply, paint, larger, smaller, "
-        "or one with -inside, such as add-inside");
-    addRepeated("--opacity", options->opacities, "Opacity of the layer given last, 0 to 1");
-    addRepeated("--name", options->names, "Name of the layer given last");
-    addRepeated("--light", options->lights,
-                "The light: KEY=VALUE,... of azimuth, elevation, width, ambient, brilliance");
-    command->add_option("--save", options->save, "Write the layers as a preset to this file");
-    command->add_option(
-        "--sheet", options->sheet,
-        "Instead of one picture, draw five, with this parameter from its minimum to its maximum");
-    command->add_flag("--list", options->list, "List the parameters of a layer");
-    command->add_flag("--presets", options->presets, "List the presets");
-    command->callback([command, options] { runSheen(*command, *options); });
+    if (!arguments.output.empty())
+        writePng(arguments.output, *descriptor.image);
+    if (!arguments.heights.empty())
+        writePng(arguments.heights, *greyPicture(*descriptor.floatImage));
 }
 
 } // namespace tool

@@ -15,10 +15,9 @@
 #include "platform/XmlTree.h"
 #include "svg/SvgReader.h"
 #include "svg/SvgScanner.h"
-#include "tools/Command.h"
+#include "tools/Commands.h"
 #include "tools/PngFile.h"
 #include "tools/Progress.h"
-#include "tools/RendererOption.h"
 #include "tools/SvgDrawing.h"
 
 namespace tool {
@@ -29,12 +28,6 @@ constexpr int largestSide = 2048;
 
 // The size of a file that tells the library's own reader none.
 constexpr PictureSize ordinarySize = {512, 512};
-
-struct SvgOptions {
-    std::string input, output, size, background;
-    bool subset = false;
-    CanvasMaker makeCanvas = makeSoftwareCanvas;
-};
 
 // The numbers of a text that are separated by `separator`; none if it is not made of numbers.
 std::vector<int> numbersIn(std::string_view text, char separator) {
@@ -106,53 +99,40 @@ PictureSize subsetSizeOf(const lx::XmlNode &document) {
     return ordinarySize;
 }
 
-void draw(const SvgOptions &options, const lx::XmlNode &document) {
+void draw(const SvgArguments &arguments, const lx::XmlNode &document) {
     PictureSize size;
-    if (!options.size.empty())
-        size = sizeFrom(options.size);
+    if (!arguments.size.empty())
+        size = sizeFrom(arguments.size);
     else
-        size = options.subset ? subsetSizeOf(document) : drawingSize(document, largestSide, options.input);
-    if (!options.subset && options.makeCanvas != makeSoftwareCanvas)
+        size =
+            arguments.subset ? subsetSizeOf(document) : drawingSize(document, largestSide, arguments.input);
+    if (!arguments.subset && arguments.makeCanvas != makeSoftwareCanvas)
         throw Failure("--renderer: without --subset drawings are drawn by software alone");
-    const std::unique_ptr<Canvas> canvas = options.makeCanvas(size.width, size.height);
+    const std::unique_ptr<Canvas> canvas = arguments.makeCanvas(size.width, size.height);
     LxGC *gc = canvas->context();
-    if (!options.background.empty())
-        LxGC_Fill(gc, backgroundFrom(options.background));
+    if (!arguments.background.empty())
+        LxGC_Fill(gc, backgroundFrom(arguments.background));
 
-    const Progress progress("drawing " + options.input, 0);
-    if (options.subset)
-        LxSVG_Read(gc, options.input.c_str());
+    const Progress progress("drawing " + arguments.input, 0);
+    if (arguments.subset)
+        LxSVG_Read(gc, arguments.input.c_str());
     const ImageHandle picture = canvas->finish();
-    if (!options.subset) {
-        drawSvg(*picture, document, options.input);
+    if (!arguments.subset) {
+        drawSvg(*picture, document, arguments.input);
         // Drawn onto nothing, colours come out weakened by their alpha.
-        if (options.background.empty())
+        if (arguments.background.empty())
             divideByAlpha(*picture);
     }
-    writePng(options.output, *picture);
-}
-
-void runSvg(const SvgOptions &options) {
-    const lx::XmlTree tree(options.input.c_str());
-    if (!tree.root())
-        throw Failure(options.input + ": cannot be read as XML");
-    draw(options, tree.root());
+    writePng(arguments.output, *picture);
 }
 
 } // namespace
 
-void addSvgCommand(CLI::App &program) {
-    CLI::App *const command = program.add_subcommand("svg", "Draw an SVG file");
-    const auto options = std::make_shared<SvgOptions>();
-    command->add_option("FILE", options->input, "SVG file")->required();
-    command->add_option("-o,--output", options->output, "Write the picture to this PNG file")->required();
-    command->add_option("--size", options->size, "WIDTHxHEIGHT in pixels; by default the file's own");
-    command->add_option("--background", options->background, "R,G,B or R,G,B,A; by default transparent");
-    addRendererOption(*command, options->makeCanvas);
-    command->add_flag(
-        "--subset", options->subset,
-        "Draw with the library's own reader: paths of the simplest commands and lines, y upwards");
-    command->callback([options] { runSvg(*options); });
+void svg(const SvgArguments &arguments) {
+    const lx::XmlTree tree(arguments.input.c_str());
+    if (!tree.root())
+        throw Failure(arguments.input + ": cannot be read as XML");
+    draw(arguments, tree.root());
 }
 
 } // namespace tool

@@ -58,6 +58,7 @@ void paintSamples(std::span<const uint32_t> samples, bool nonZero, Paint &paint)
         }
     }
     flush();
+    paint.finish();
 }
 
 // Paints a row from the sums of its pixels, and empties them.
@@ -149,35 +150,58 @@ private:
     size_t count_ = 0;
 };
 
+// Paints a row, and those behind it that are like it, and answers which comes next.
+template <class Paint>
+int32_t paintAlike(RowCells &cells, int32_t y, int32_t count, bool nonZero, Paint &paint) {
+    const int32_t end = y + count;
+    if constexpr (requires { paint.repeat(count); }) {
+        paint.repeat(count);
+        paintRow(cells, nonZero, paint);
+    } else if (count == 1) {
+        paintRow(cells, nonZero, paint);
+    } else {
+        RowRecord record;
+        paintRow(cells, nonZero, record);
+        for (; y < end && paint.row(y); ++y)
+            record.play(paint);
+    }
+    return end;
+}
+
 // The same picture as paintSamples gives, from edges whose rows are all told apart.
 template <class Paint>
-void paintRows(SampleRows &rows, bool nonZero, const RowsAhead &ahead, Paint &paint) {
+void paintRows(SampleRows &rows, bool nonZero, const RowsAhead &ahead, Paint &&paint) {
     RowCells &cells = sharedCells();
     ahead.begin(rows.first(), rows.last());
     for (int32_t y = rows.first(); y <= rows.last() && paint.row(y);) {
         const int32_t alike = rows.read(y, cells);
         ahead.next(y, alike, rows.last());
-        if (alike == 1) {
-            paintRow(cells, nonZero, paint);
-            ++y;
-            continue;
-        }
-        RowRecord record;
-        paintRow(cells, nonZero, record);
-        for (const int32_t end = y + alike; y < end && paint.row(y); ++y)
-            record.play(paint);
+        y = paintAlike(cells, y, alike, nonZero, paint);
     }
+    paint.finish();
 }
 
-template <class Paint>
-void paintBest(LxRaster &raster, const LxImage &image, Paint &&paint) {
-    SampleRows rows(samplesOf(raster));
+// Paints in the quickest way that there is.
+void paintBest(LxRaster &raster, LxImage &image, const LxBlend &blend, LxShader &shader,
+               PixelwisePaint &pixelwise) {
     const bool nonZero = raster.nonZero != 0;
-    if (rows.areWords())
-        paintSamples(samplesOf(raster).sort(), nonZero, paint);
+    const bool solid = SolidPaint::serves(image, blend, shader);
+    SampleRows rows(samplesOf(raster));
+    const auto paintIn = [&](auto &&paint) {
+        if (rows.areWords())
+            paintSamples(samplesOf(raster).sort(), nonZero, paint);
+        else
+            paintRows(rows, nonZero, RowsAhead(image, raster.bounds), paint);
+    };
+    if (solid && !rows.areWords() && NarrowPaint::serves(image, raster.bounds))
+        paintRows(rows, nonZero, RowsAhead(image, raster.bounds),
+                  NarrowPaint(image, blend, *static_cast<const LxRGBA *>(shader.data), raster.bounds));
+    else if (solid)
+        paintIn(SolidPaint(image, blend, *static_cast<const LxRGBA *>(shader.data)));
+    else if (LinePaint::serves(image, shader))
+        paintIn(LinePaint(image, blend, shader));
     else
-        paintRows(rows, nonZero, RowsAhead(image, raster.bounds), paint);
-    paint.finish();
+        paintIn(pixelwise);
 }
 
 int32_t restart(LxRaster *raster) {
@@ -213,12 +237,8 @@ void fillCoverage(LxRaster &raster, LxImage &image, const LxBlend &blend, LxShad
     PixelwisePaint pixelwise(image, blend, shader, kernel);
     if (method == FillMethod::byRule)
         paintSamples(samplesOf(raster).sort(), raster.nonZero != 0, pixelwise);
-    else if (SolidPaint::serves(image, blend, shader))
-        paintBest(raster, image, SolidPaint(image, blend, *static_cast<const LxRGBA *>(shader.data)));
-    else if (LinePaint::serves(image, shader))
-        paintBest(raster, image, LinePaint(image, blend, shader));
     else
-        paintBest(raster, image, pixelwise);
+        paintBest(raster, image, blend, shader, pixelwise);
 }
 
 } // namespace lx

@@ -12,11 +12,6 @@ uint32_t wordOf(const LxRGBA &rgba) {
     return std::bit_cast<uint32_t>(rgba);
 }
 
-LxRGBA covered(LxRGBA rgba, int32_t coverage) {
-    rgba.a = static_cast<uint8_t>(((rgba.a + 1) * coverage) >> 8);
-    return rgba;
-}
-
 // The mode that most fills have, on the pixels that most images have.
 bool isSourceOver(const LxImage &image, const LxBlend &blend) {
     return image.type == kLxPixelRGBA && blend.mode == static_cast<uint32_t>(Mode::srcOver) &&
@@ -74,6 +69,36 @@ void SolidPaint::longRun(uint8_t *pixel, uint32_t w, size_t count) const {
         spans_.fill(pixel, color_ | 0xFF000000, count);
     else if (w != 0)
         spans_.mix(pixel, color_, w, count);
+}
+
+// ---- NarrowPaint ----
+
+namespace {
+
+// The first pixel of a shape; where its window would stand over the image's side, of that window.
+int32_t leftOf(const LxImage &image, const double *bounds) {
+    return static_cast<int32_t>(std::clamp(bounds[0], 0.0, width(image) - double{narrowPixels}));
+}
+
+} // namespace
+
+bool NarrowPaint::serves(const LxImage &image, const double *bounds) {
+    return bounds[2] - bounds[0] < narrowPixels - 1 && width(image) >= narrowPixels;
+}
+
+NarrowPaint::NarrowPaint(LxImage &image, const LxBlend &blend, const LxRGBA &color, const double *bounds)
+    : image_(image), spans_(spanFunctions()), left_(leftOf(image, bounds)), height_(height(image)),
+      color_(wordOf(color) & 0x00FFFFFF), alphaPlusOne_(color.a + 1u), opacity_(blend.opacity) {}
+
+void NarrowPaint::finish() {
+    if (end_ == 0)
+        return;
+    uint8_t *const row = rowAddress(image_, y_) + ptrdiff_t{left_} * 4;
+    const ptrdiff_t rowBytes = image_.flipped != 0 ? -ptrdiff_t{image_.rowBytes} : ptrdiff_t{image_.rowBytes};
+    spans_.blendNarrow(row, rowBytes, static_cast<size_t>(count_), colors_, opacity_,
+                       static_cast<size_t>(end_));
+    std::memset(colors_, 0, sizeof colors_);
+    end_ = 0;
 }
 
 // ---- LinePaint ----

@@ -2,8 +2,9 @@
 // blend.
 //
 // All that paint have row(y), which answers whether the row is above the image's end, and then, from left to
-// right, pixel(x, coverage) and run(x0, x1, coverage), x1 exclusive; finish() is called at the end. What lies
-// outside the image is left out.
+// right, pixel(x, coverage) and run(x0, x1, coverage), x1 exclusive; finish() is called at the end. Behind
+// row(y) one that has repeat(count) may be told that the next rows are alike. What lies outside the image is
+// left out.
 #pragma once
 
 #include <algorithm>
@@ -107,6 +108,53 @@ private:
     const uint32_t color_, evenPlusOne_, oddPlusOne_, alphaPlusOne_;
     const uint32_t opacity_;
     uint8_t *row_ = nullptr;
+};
+
+// The same on a shape so narrow that each of its rows is a vector or two, and rows alike are painted at once.
+class NarrowPaint {
+public:
+    // `bounds` is the shape's, as LxRaster has it.
+    NarrowPaint(LxImage &image, const LxBlend &blend, const LxRGBA &color, const double *bounds);
+
+    // To be asked where SolidPaint serves.
+    static bool serves(const LxImage &image, const double *bounds);
+
+    bool row(int32_t y) {
+        finish();
+        y_ = y;
+        return y < height_;
+    }
+
+    // The row's pixels and runs are those of the next `count` rows, itself counted.
+    void repeat(int32_t count) { count_ = std::min(count, height_ - y_); }
+
+    void pixel(int32_t x, int32_t coverage) {
+        if (const int32_t i = x - left_; i < narrowPixels)
+            set(i, coverage);
+    }
+
+    void run(int32_t x0, int32_t x1, int32_t coverage) {
+        for (int32_t i = x0 - left_, end = std::min(x1 - left_, narrowPixels); i < end; ++i)
+            set(i, coverage);
+    }
+
+    void finish();
+
+private:
+    void set(int32_t i, int32_t coverage) {
+        colors_[i] = color_ | (alphaPlusOne_ * static_cast<uint32_t>(coverage) >> 8) << 24;
+        end_ = i + 1;
+    }
+
+    LxImage &image_;
+    const SpanFunctions &spans_;
+    const int32_t left_; // where colors_ start
+    const int32_t height_;
+    const uint32_t color_, alphaPlusOne_; // the colour without its alpha
+    const uint32_t opacity_;
+    int32_t y_ = 0, count_ = 0;
+    int32_t end_ = 0; // behind the last pixel that is painted
+    alignas(64) uint32_t colors_[narrowPixels] = {};
 };
 
 // Rows of colours, collected as far as they are connected and handed to the line kernel: for the library's

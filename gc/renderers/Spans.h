@@ -8,6 +8,9 @@
 
 namespace lx {
 
+// Pixels in a row of a narrow shape.
+inline constexpr int32_t narrowPixels = 16;
+
 // Pixels and colours are words of r, g, b, a as they lie in memory. `out` need not be aligned.
 struct SpanFunctions {
     // Writes one pixel `count` times.
@@ -18,6 +21,11 @@ struct SpanFunctions {
 
     // Lays colours on pixels, each at its own alpha and the opacity.
     void (*blend)(void *out, const uint32_t *colors, uint32_t opacity, size_t count);
+
+    // As blend, the same `count` colours, up to narrowPixels, on each of `rows` rows, `rowBytes` apart.
+    // Behind the colours, up to narrowPixels, pixels may be written again as they are.
+    void (*blendNarrow)(void *out, ptrdiff_t rowBytes, size_t rows, const uint32_t *colors, uint32_t opacity,
+                        size_t count);
 
     // The bytes of `count` colours one after the other.
     void (*pack)(void *out, const LxColor *colors, size_t count);

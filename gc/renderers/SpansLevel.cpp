@@ -115,20 +115,49 @@ void mix(void *out, uint32_t color, uint32_t w, size_t count) {
         storeOne(pixelAt(out, i), mixed(loadOne(pixelAt(out, i)), even, odd, weight, rest));
 }
 
-inline Words blended(Words pixels, Words colors, Halves opacity) {
+// What a vector of colours, each with its alpha, gives to a mix.
+struct Layer {
+    Halves even, odd, w, rest;
+};
+
+inline Layer layerOf(Words colors, Halves opacity) {
     const Halves w = (Halves)bothHalves((Words)(((Halves)(colors >> 24) + 1) * opacity >> 8) & 0x0000FFFFu);
     const Halves rest = 255 - w;
-    return mixed(pixels, colourPart(evenBytes(colors), w, rest), colourPart(oddBytes(colors), w, rest), w,
-                 rest);
+    return {colourPart(evenBytes(colors), w, rest), colourPart(oddBytes(colors), w, rest), w, rest};
+}
+
+inline Words blended(Words pixels, const Layer &layer) {
+    return mixed(pixels, layer.even, layer.odd, layer.w, layer.rest);
 }
 
 void blend(void *out, const uint32_t *colors, uint32_t opacity, size_t count) {
     const Halves opacities = (Halves)bothHalves(allWords(opacity));
     size_t i = 0;
     for (; i + lanes <= count; i += lanes)
-        store(pixelAt(out, i), blended(load(pixelAt(out, i)), load(colors + i), opacities));
+        store(pixelAt(out, i), blended(load(pixelAt(out, i)), layerOf(load(colors + i), opacities)));
     for (; i < count; ++i)
-        storeOne(pixelAt(out, i), blended(loadOne(pixelAt(out, i)), allWords(colors[i]), opacities));
+        storeOne(pixelAt(out, i), blended(loadOne(pixelAt(out, i)), layerOf(allWords(colors[i]), opacities)));
+}
+
+// A number of vectors that the compiler knows, so that they stay in registers from row to row.
+template <size_t count>
+inline void blendVectors(uint8_t *row, ptrdiff_t rowBytes, size_t rows, const uint32_t *colors,
+                         Halves opacity) {
+    Layer layers[count];
+    for (size_t i = 0; i < count; ++i)
+        layers[i] = layerOf(load(colors + i * lanes), opacity);
+    for (; rows > 0; --rows, row += rowBytes)
+        for (size_t i = 0; i < count; ++i)
+            store(row + i * vectorBytes, blended(load(row + i * vectorBytes), layers[i]));
+}
+
+void blendNarrow(void *out, ptrdiff_t rowBytes, size_t rows, const uint32_t *colors, uint32_t opacity,
+                 size_t count) {
+    const Halves opacities = (Halves)bothHalves(allWords(opacity));
+    if (count <= (size_t)narrowPixels / 2)
+        blendVectors<narrowPixels / 2 / lanes>((uint8_t *)out, rowBytes, rows, colors, opacities);
+    else
+        blendVectors<narrowPixels / lanes>((uint8_t *)out, rowBytes, rows, colors, opacities);
 }
 
 void pack(void *out, const LxColor *colors, size_t count) {
@@ -145,7 +174,7 @@ void pack(void *out, const LxColor *colors, size_t count) {
 const SpanFunctions *spans();
 
 const SpanFunctions *spans() {
-    static constexpr SpanFunctions functions = {fill, mix, blend, pack};
+    static constexpr SpanFunctions functions = {fill, mix, blend, blendNarrow, pack};
     return &functions;
 }
 

@@ -55,8 +55,9 @@ typedef struct LxMorphLine {
     int32_t lengthSquared;  /* dx * dx + dy * dy, in 32 bits that wrap */
 } LxMorphLine;
 
-/* LxMorphLine(x0, y0, x1, y1) builds a line. Coordinates of up to 20,000 keep all sums within 32 bits; a line
- * without length has no say over pixels. */
+/* LxMorphLine(x0, y0, x1, y1) builds a line. Coordinates of 0 to 20,000 keep all sums within 32 bits. Give
+ * every line a length: one that has none in a frame leaves all its pixels in place, and where only the source
+ * line has none, all show the source's first pixel. */
 LX_API LxMorphLine LxMorphLine_Make(int32_t x0, int32_t y0, int32_t x1, int32_t y1)
     LX_EXPORTED_AS("LxMorphLine");
 #define LxMorphLine(x0, y0, x1, y1) LxMorphLine_Make(x0, y0, x1, y1)

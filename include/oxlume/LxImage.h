@@ -221,7 +221,7 @@ LX_API void LxImage_GenerateChequerboard(LxImage *image, int32_t mask, LxColor f
 LX_API void LxImage_FlipHorizontal(LxImage *image);
 LX_API void LxImage_FlipHorizontalinRect(LxImage *image, int32_t x0, int32_t y0, int32_t x1, int32_t y1);
 
-/* Mirrors top and bottom. On purpose, a rectangle that begins above the image pairs rows further down. */
+/* Mirrors top and bottom. On purpose, a rectangle that begins above the image pairs rows further up. */
 LX_API void LxImage_FlipVertical(LxImage *image);
 LX_API void LxImage_FlipVerticalinRect(LxImage *image, int32_t x0, int32_t y0, int32_t x1, int32_t y1);
 

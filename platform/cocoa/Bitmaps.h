@@ -29,6 +29,10 @@ struct BitmapForm {
     NSSize size() const { return NSMakeSize(narrowed(width), narrowed(height)); }
 };
 
+// Whether an image has pixels, and rows long enough for them: over others the platform would read past their
+// end. False for null.
+bool hasWholeRows(const LxImage *image);
+
 // A new bitmap over `pixels`, or over memory of its own if that is null. Null on failure.
 NSBitmapImageRep *newBitmap(const BitmapForm &form, uint8_t *pixels);
 

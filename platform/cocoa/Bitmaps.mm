@@ -39,6 +39,11 @@ BitmapForm::BitmapForm(int32_t type, int32_t width, int32_t height, int32_t rowB
     : width(width), height(height), rowBytes(rowBytes), bitsPerSample(LxColor_BytesPerComponent(type) * 8),
       samplesPerPixel(LxColor_BytesPerPixel(type)), hasAlpha(LxColor_HasAlpha(type) != 0) {}
 
+bool hasWholeRows(const LxImage *image) {
+    return image != nullptr && firstRow(*image) != nullptr &&
+           image->rowBytes >= int64_t{lx::width(*image)} * LxImage_BytesPerPixel(image);
+}
+
 NSBitmapImageRep *newBitmap(const BitmapForm &form, uint8_t *pixels) {
     if (!form.isDrawable())
         return nil;

@@ -54,7 +54,7 @@ void LxCocoa_BlitNSImage(double x, double y, LxImage *image) {
 }
 
 void LxCocoa_BlitImage(double x1, double y1, double x2, double y2, const LxImage *image) {
-    if (image == nullptr || !hasFocus())
+    if (!hasWholeRows(image) || !hasFocus())
         return;
     const BitmapForm form(*image);
     if (!fitsItsPixel(form))

@@ -3,12 +3,14 @@
 #import <oxlume/cocoa/LxGContext.h>
 
 #include "foundation/Numeric.h"
+#include "platform/cocoa/Rects.h"
 
 namespace lx {
 namespace {
 
-// Rounds up: truncates, and adds 1 if the value was positive and not whole.
-int32_t roundedUp(double value) {
+// Rounds up in single precision: truncates, and adds 1 if the value was positive and not whole.
+int32_t roundedUp(double length) {
+    const double value = narrowed(length);
     const int32_t whole = truncateToInt32(value);
     return value > 0 && whole != value ? wrappingAdd(whole, 1) : whole;
 }

@@ -32,13 +32,13 @@ void forEachPackedPixel(const BitmapPixels &pixels, Visit visit) {
 using namespace lx;
 
 NSImage *LxImage_CreateNSImage(LxImage *image) {
-    if (image == nullptr)
+    if (!hasWholeRows(image))
         return nil;
     return initPicture([NSImage alloc], BitmapForm(*image), firstRow(*image), image -> flipped != 0);
 }
 
 NSImage *LxImage_CopyNSImage(const LxImage *image) {
-    if (image == nullptr)
+    if (!hasWholeRows(image))
         return nil;
     NSImage *picture = initPicture([NSImage alloc], BitmapForm(*image), nullptr, image->flipped != 0);
     unsigned char *planes[5] = {};
@@ -51,7 +51,7 @@ NSImage *LxImage_CopyNSImage(const LxImage *image) {
 @implementation NSImage (Sheen)
 
 - (id)initWithContentsOfLxImage:(LxImage *)image {
-    if (image == nullptr) {
+    if (!hasWholeRows(image)) {
         [self release];
         return nil;
     }
@@ -63,12 +63,14 @@ NSImage *LxImage_CopyNSImage(const LxImage *image) {
 - (id)initWithSize:(NSSize)size andPixelType:(int32_t)type {
     // Wider than this, the bytes of a row would not fit in 32 bits.
     constexpr double widest = 1 << 28;
-    const int32_t width = truncateToInt32(std::ceil(size.width));
-    const int32_t height = truncateToInt32(std::ceil(size.height));
-    const bool isLargeEnough = narrowed(size.width) > 1.0 && narrowed(size.height) > 1.0;
+    const double w = std::ceil(narrowed(size.width));
+    const double h = std::ceil(narrowed(size.height));
     NSBitmapImageRep *rep = nil;
-    if (isLargeEnough && size.width <= widest && size.height <= widest)
-        rep = newBitmap(BitmapForm(type, width, height, LxColor_BytesPerRow(type, width)), nullptr);
+    if (w > 1.0 && h > 1.0 && w <= widest && h <= widest) {
+        const int32_t width = truncateToInt32(w);
+        rep =
+            newBitmap(BitmapForm(type, width, truncateToInt32(h), LxColor_BytesPerRow(type, width)), nullptr);
+    }
     if (rep == nil) {
         [self release];
         return nil;

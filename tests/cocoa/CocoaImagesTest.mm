@@ -1,6 +1,7 @@
 #include <gtest/gtest.h>
 
 #import <oxlume/cocoa/LxCocoaImage.h>
+#import <oxlume/cocoa/Sheen.h>
 
 #include <oxlume/LxNativeImage.h>
 
@@ -85,6 +86,20 @@ TEST(CocoaImages, NoPictureOfATypeWithoutComponents) {
     EXPECT_EQ(LxImage_CopyNSImage(image.get()), nil);
     EXPECT_EQ(LxImage_NativeNSImage(kLxPixelL, 0, 0, 4, 4, 0, 1, 0), nullptr);
     EXPECT_EQ(LxImage_NativeNSBitmapImageRep(kLxPixelL, 0, 0, 4, 4, 0, 1, 0), nullptr);
+}
+
+TEST(CocoaImages, NoPictureWithoutPixelsOrOfRowsTooShortForThem) {
+    uint8_t pixels[128] = {};
+    const struct {
+        void *pixels;
+        int32_t rowBytes;
+    } cases[] = {{nullptr, 16}, {pixels + 64, -16}, {pixels, 0}, {pixels, 15}};
+    for (const auto &[data, rowBytes] : cases) {
+        const ImageHandle image(LxImage_CreateEx(kLxPixelRGBA, 0, 0, 4, 4, data, rowBytes, 0, 0, 0));
+        EXPECT_EQ(LxImage_CreateNSImage(image.get()), nil) << rowBytes;
+        EXPECT_EQ(LxImage_CopyNSImage(image.get()), nil) << rowBytes;
+        EXPECT_EQ([[NSImage alloc] initWithContentsOfLxImage:image.get()], nil) << rowBytes;
+    }
 }
 
 TEST(CocoaImages, NativePictureReadsTheImagesMemory) {

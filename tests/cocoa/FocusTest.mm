@@ -1,3 +1,5 @@
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #import <oxlume/cocoa/LxCocoaImage.h>
@@ -105,6 +107,22 @@ TEST(Focus, PremultipliedImagesAreNotDrawn) {
     NSView *view = showView([&](NSView *) {
         LxCocoa_BlitNSImage(20, 30, image.get());
         LxCocoa_BlitImage(100, 100, 132, 116, image.get());
+    });
+    EXPECT_NE(colorAt(view, 22, 32).g, 255);
+    EXPECT_NE(colorAt(view, 101, 101).g, 255);
+}
+
+TEST(Focus, ImagesWithoutWholeRowsAreNotDrawn) {
+    const LxRGBA green = {0, 255, 0, 255};
+    LxRGBA pixels[64];
+    std::fill(std::begin(pixels), std::end(pixels), green);
+    const ImageHandle bare(LxImage_CreateEx(kLxPixelRGBA, 0, 0, 8, 8, nullptr, 32, 0, 0, 0));
+    const ImageHandle narrow(LxImage_CreateEx(kLxPixelRGBA, 0, 0, 8, 8, pixels, 28, 0, 0, 0));
+    NSView *view = showView([&](NSView *) {
+        for (LxImage *image : {bare.get(), narrow.get()}) {
+            LxCocoa_BlitNSImage(20, 30, image);
+            LxCocoa_BlitImage(100, 100, 132, 116, image);
+        }
     });
     EXPECT_NE(colorAt(view, 22, 32).g, 255);
     EXPECT_NE(colorAt(view, 101, 101).g, 255);

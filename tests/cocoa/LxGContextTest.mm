@@ -99,6 +99,13 @@ TEST(LxGContext, FirstPrepareMakesAnImageAndTheSecondNothing) {
     EXPECT_EQ(LxImage_w(image), 11);
 }
 
+TEST(LxGContext, SizesAreOfSinglePrecision) {
+    OpenGContext *context = [[[OpenGContext alloc] init] autorelease];
+    [context prepareDraw:NSMakeRect(0, 0, 10.0000000001, 2.5)];
+    EXPECT_EQ(LxImage_w([context ownImage]), 10);
+    EXPECT_EQ(LxImage_h([context ownImage]), 3);
+}
+
 TEST(LxGContext, SizeBelowOneMakesNoImage) {
     OpenGContext *context = [[[OpenGContext alloc] init] autorelease];
     [context prepareDraw:NSMakeRect(0, 0, 0, -3)];

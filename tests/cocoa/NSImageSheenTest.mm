@@ -46,8 +46,18 @@ TEST(NSImageSheen, NewPictureRoundsUpAndAlignsRows) {
     [picture release];
 }
 
+TEST(NSImageSheen, SizesOfNewPicturesAreOfSinglePrecision) {
+    NSImage *picture = [[NSImage alloc] initWithSize:NSMakeSize(5.0000000001, 3) andPixelType:kLxPixelRGB];
+    EXPECT_EQ([firstRep(picture) pixelsWide], 5);
+    [picture release];
+}
+
 TEST(NSImageSheen, NewPictureIsAboveOneByOne) {
-    const NSSize refused[] = {NSMakeSize(1, 5), NSMakeSize(5, 1), NSMakeSize(0, 0), NSMakeSize(-4, 4),
+    const NSSize refused[] = {NSMakeSize(1, 5),
+                              NSMakeSize(5, 1),
+                              NSMakeSize(0, 0),
+                              NSMakeSize(-4, 4),
+                              NSMakeSize(1.0000000001, 4),
                               NSMakeSize(1e18, 4)};
     for (const NSSize &size : refused)
         EXPECT_EQ([[NSImage alloc] initWithSize:size andPixelType:kLxPixelRGBA], nil);

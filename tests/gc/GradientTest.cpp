@@ -414,6 +414,18 @@ TEST(Shader, OfAnyAlphaAtFullCoverageKeepsIt) {
     }
 }
 
+TEST(Shader, OfAnyCoverageKeepsTheProductsLowByte) {
+    LxRGBA color = {1, 2, 3, 255};
+    LxShader shader = solidShader(color);
+    LxColor out;
+    for (const auto &[coverage, alpha] : {std::pair{256, 0}, {1000, 1000 & 255}, {-1, 255}, {-256, 0}}) {
+        shader.color(&out, &shader, 0, 0, coverage);
+        EXPECT_EQ(out.content.rgba.a, alpha) << coverage;
+    }
+    for (const int32_t coverage : {std::numeric_limits<int32_t>::min(), std::numeric_limits<int32_t>::max()})
+        shader.color(&out, &shader, 0, 0, coverage);
+}
+
 TEST(Shader, OfAGradientRebuildsItAndScalesAlpha) {
     const GradientHandle gradient = blackToWhite(kLxGradientAcross);
     LxShader shader;

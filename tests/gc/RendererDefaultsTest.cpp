@@ -121,12 +121,14 @@ TEST_F(Defaults, AreDrawnWhateverTheRenderMode) {
     }
 }
 
-TEST_F(Defaults, TheirPathsAreReleased) {
+TEST_F(Defaults, TheirPathsShareMemoryThatGoesWithTheContext) {
     const int32_t before = allocationCount();
     LxGC_Line(gc_, 1, 2, 3, 4);
     LxGC_Frame(gc_, 1, 2, 3, 4);
     LxGC_Circle(gc_, 1, 2, 3);
-    EXPECT_EQ(allocationCount(), before);
+    EXPECT_EQ(allocationCount(), before + 1);
+    handle_.reset();
+    EXPECT_EQ(allocationCount(), before - 2); // the renderer and the context go too
 }
 
 TEST_F(Defaults, WithoutMemoryForAPathNothingIsDrawn) {

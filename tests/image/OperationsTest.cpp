@@ -229,6 +229,35 @@ TEST(ImageFrame, DrawsTheBorder) {
     LxImage_Frame(nullptr);
 }
 
+// As if each pixel of the border were set on its own: the first and the last row from the left, then both
+// ends of all rows from the top. Pixels of kLxPixelL lie one byte apart there, so that later ones cover
+// earlier ones.
+TEST(ImageFrame, IsThePixelsOfTheBorderSetOneByOne) {
+    for (int32_t type = kLxPixelA; type <= kLxPixelL; ++type) {
+        for (const int32_t flipped : {0, 1}) {
+            const ImageHandle image(LxImage_Create(type, 0, 0, 9, 7, 1, flipped));
+            const ImageHandle expected(LxImage_Create(type, 0, 0, 9, 7, 1, flipped));
+            const LxColor color = colorOf(128, 128, 255, 255);
+            for (int32_t x = 0; x <= 9; ++x) {
+                LxImage_SetPixelAt(expected.get(), x, 0, color);
+                LxImage_SetPixelAt(expected.get(), x, 6, color);
+            }
+            for (int32_t y = 0; y <= 7; ++y) {
+                LxImage_SetPixelAt(expected.get(), 0, y, color);
+                LxImage_SetPixelAt(expected.get(), 8, y, color);
+            }
+            LxImage_Frame(image.get());
+            EXPECT_EQ(storedOf(image), storedOf(expected)) << type;
+        }
+    }
+    // By hand: the two ends of a row of five integers, the second four bytes after the first.
+    const ImageHandle image(LxImage_Create(kLxPixelL, 0, 0, 5, 3, 1, 0));
+    LxImage_Frame(image.get());
+    const Bytes stored = storedOf(image);
+    EXPECT_EQ(Bytes(stored.begin() + 20, stored.begin() + 40),
+              (Bytes{128, 128, 255, 255, 128, 128, 255, 255, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
+}
+
 TEST(ImageChequerboard, FollowsTheBitsOfTheMask) {
     const LxColor one = colorOf(1, 1, 1, 1), two = colorOf(2, 2, 2, 2);
     for (const int32_t mask : {1, 2, 5, 8, 0, -1}) {

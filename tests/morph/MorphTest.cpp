@@ -153,13 +153,36 @@ TEST(Morph, WithoutLinesOrWithLinesOfNoLengthPixelsStayInPlace) {
     EXPECT_EQ(packed(destination, 1).substr(0, 63), packed(source, 1).substr(0, 63));
 }
 
-TEST(Morph, NullAndTooSmallImagesAreLeftAlone) {
+TEST(Morph, OneLineThatLosesItsLengthKeepsEveryPixelInPlace) {
+    Random random;
+    const ImageHandle source = makeNoise(random, kLxPixelA, 12, 7);
+    const ImageHandle destination = makeImage(kLxPixelA, 12, 7);
+    morph(source, destination, {morphLine(2, 0, 2, 6), morphLine(3, 3, 5, 3)},
+          {morphLine(6, 0, 6, 6), morphLine(4, 4, 4, 4)});
+    EXPECT_EQ(packed(destination, 1), packed(source, 1)) << "its weight is not a number, nor is their sum";
+}
+
+TEST(Morph, FromALineWithoutLengthEveryPixelIsTheFirst) {
+    Random random;
+    const ImageHandle source = makeNoise(random, kLxPixelA, 12, 7);
+    const ImageHandle destination = makeImage(kLxPixelA, 12, 7);
+    morph(source, destination, {morphLine(3, 3, 3, 3)}, {morphLine(1, 2, 9, 5)});
+    EXPECT_EQ(packed(destination, 1), std::string(84, static_cast<char>(data(source)[0])))
+        << "a place that is not a number is held at 0";
+}
+
+TEST(Morph, NullAndTooSmallImagesAndMissingLinesAreLeftAlone) {
     const ImageHandle source = makeImage(kLxPixelRGB, 20, 20);
     const ImageHandle small = makeImage(kLxPixelRGB, 10, 10);
     const LxMorphLine line = morphLine(0, 0, 3, 3);
     EXPECT_EQ(LxMorphFrames(nullptr, small.get(), &line, &line, 1, 1), 1);
     EXPECT_EQ(LxMorphFrames(source.get(), nullptr, &line, &line, 1, 1), 1);
     EXPECT_EQ(LxMorphFrames(source.get(), small.get(), &line, &line, 1, 1), 1);
+    const ImageHandle bare(LxImage_CreateEx(kLxPixelRGB, 0, 0, 20, 20, nullptr, 60, 0, 0, 0));
+    EXPECT_EQ(LxMorphFrames(source.get(), bare.get(), &line, &line, 1, 1), 1);
+    EXPECT_EQ(LxMorphFrames(bare.get(), source.get(), &line, &line, 1, 1), 1);
+    EXPECT_EQ(LxMorphFrames(source.get(), source.get(), nullptr, &line, 1, 1), 1);
+    EXPECT_EQ(LxMorphFrames(source.get(), source.get(), &line, nullptr, 1, 1), 1);
 }
 
 TEST(Morph, AgreesWithThePlainFormToTheByte) {

@@ -175,6 +175,11 @@ TEST(PathClip, PolygonAboveCollapsesOntoTheBorderOrToAClose) {
     EXPECT_EQ(area(above), 0);
 }
 
+// The first edge ends before it would enter in x; the other two run away from the rectangle.
+TEST(PathClip, PolygonOnTheLeftCollapsesToAClose) {
+    EXPECT_EQ(clipped(Stream().move(-50, 20).line(-10, 30).line(-30, 60).close()), Stream().close());
+}
+
 TEST(PathClip, HalfOutsidePolygonIsCutAtTheSide) {
     // The first edge leaves at x = 100; the second lies outside and adds nothing; the third comes back in.
     EXPECT_EQ(clipped(Stream().move(50, 10).line(150, 20).line(150, 40).line(50, 30).close()),

@@ -4,7 +4,10 @@
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
+#include <iterator>
+#include <regex>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -71,6 +74,121 @@ TEST(SvgScanner, NumbersHaveAnExponentOnlyBehindAFraction) {
     EXPECT_EQ(numbers("--5 - 5 -"), (Numbers{-5, 5}));
     EXPECT_EQ(numbers("0x10 1.0e400 -1.0e400"), (Numbers{0, 10, HUGE_VAL, -HUGE_VAL}));
     EXPECT_EQ(numbers("inf nan"), Numbers());
+}
+
+namespace {
+
+// The tokens as patterns: where several fit, the longest wins, and of those the first.
+Tokens scanByPatterns(const std::string &text) {
+    static const std::pair<std::regex, int> patterns[] = {
+        {std::regex("M"), 1000},
+        {std::regex("m"), 1001},
+        {std::regex("C"), 1002},
+        {std::regex("c"), 1003},
+        {std::regex("S"), 1004},
+        {std::regex("s"), 1005},
+        {std::regex("Q"), 1006},
+        {std::regex("q"), 1007},
+        {std::regex("T"), 1008},
+        {std::regex("t"), 1009},
+        {std::regex("L"), 1010},
+        {std::regex("l"), 1011},
+        {std::regex("H"), 1012},
+        {std::regex("h"), 1013},
+        {std::regex("V"), 1014},
+        {std::regex("v"), 1015},
+        {std::regex("[Zz]"), 1016},
+        {std::regex("width"), 400},
+        {std::regex("height"), 401},
+        {std::regex("viewBox"), 402},
+        {std::regex("fill"), 403},
+        {std::regex("stroke"), 404},
+        {std::regex("stroke-width"), 405},
+        {std::regex("\"HEX6\""), 301},
+        {std::regex("-?[0-9]+"), 300},
+        {std::regex("-?[0-9]*[.][0-9]+([eE][-+]?[0-9]+)?"), 300},
+        {std::regex("\"([^\"\\\\]|\\\\[^])*\""), 302},
+    };
+    Tokens result;
+    for (auto at = text.begin(); at != text.end();) {
+        std::ptrdiff_t longest = 0;
+        int token = 0;
+        for (const auto &[pattern, number] : patterns) {
+            std::smatch match;
+            if (std::regex_search(at, text.end(), match, pattern, std::regex_constants::match_continuous) &&
+                match.length() > longest) {
+                longest = match.length();
+                token = number;
+            }
+        }
+        if (token != 0)
+            result.tokens.push_back(token);
+        if (token == 300)
+            result.numbers.push_back(std::strtod(std::string(at, at + longest).c_str(), nullptr));
+        at += longest != 0 ? longest : 1;
+    }
+    return result;
+}
+
+} // namespace
+
+TEST(SvgScanner, RandomTextGivesTheTokensOfThePatterns) {
+    static constexpr const char *pieces[] = {"M",
+                                             "m",
+                                             "C",
+                                             "S",
+                                             "s",
+                                             "Q",
+                                             "q",
+                                             "T",
+                                             "t",
+                                             "L",
+                                             "l",
+                                             "H",
+                                             "h",
+                                             "V",
+                                             "v",
+                                             "Z",
+                                             "z",
+                                             "A",
+                                             "e",
+                                             "E",
+                                             "0",
+                                             "1",
+                                             "7",
+                                             "23",
+                                             ".",
+                                             "-",
+                                             "+",
+                                             ",",
+                                             " ",
+                                             "\n",
+                                             "\t",
+                                             "#",
+                                             "%",
+                                             "\"",
+                                             "\\",
+                                             "\"HEX6\"",
+                                             "HEX6",
+                                             "width",
+                                             "height",
+                                             "viewBox",
+                                             "fill",
+                                             "stroke",
+                                             "stroke-width",
+                                             "-width",
+                                             "view",
+                                             "fi",
+                                             "\xC3\xA9"};
+    Random random;
+    for (int i = 0; i < 600; ++i) {
+        std::string text;
+        for (int n = random.integer(0, 14); n > 0; --n)
+            text += pieces[static_cast<size_t>(random.integer(0, std::size(pieces) - 1))];
+        const Tokens actual = scan(text), expected = scanByPatterns(text);
+        ASSERT_EQ(actual.tokens, expected.tokens) << text;
+        ASSERT_EQ(actual.numbers, expected.numbers) << text;
+    }
 }
 
 TEST(SvgScanner, QuotedTextIsOneToken) {

@@ -63,8 +63,8 @@ LX_API LxImage *LxImage_CopyFromNSCGImageRep(NSImageRep *rep, int32_t flipped);
 
 /* ---- Platform objects over an image ----
  *
- * New objects that the caller releases. Sizes are in points, one a pixel. Null for a width or height of 1 and
- * for images of the type kLxPixelL. */
+ * New objects that the caller releases. Sizes are in points, one a pixel. Null for a width or height of 1,
+ * for images of the type kLxPixelL, without pixels, or with rows shorter than their width. */
 
 /* Over the image's pixels; the image must outlive it. */
 LX_API NSImage *LxImage_CreateNSImage(LxImage *image);

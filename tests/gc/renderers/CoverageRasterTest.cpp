@@ -345,6 +345,41 @@ TEST(CoverageFill, PaintsWhatTheNaiveWayPaints) {
     }
 }
 
+// Shapes of a vector or two stand all over images that are windows on larger pictures, at their sides too.
+TEST(CoverageFill, PaintsNarrowShapesAsTheNaiveWayDoesAndNothingBeside) {
+    Random random;
+    constexpr int32_t stride = 4 * 48, rows = 24;
+    for (int round = 0; round < 3000; ++round) {
+        std::vector<uint8_t> expected(stride * rows);
+        for (uint8_t &byte : expected)
+            byte = random.byte();
+        std::vector<uint8_t> actual = expected;
+        const int32_t width = random.integer(14, 44), flipped = random.integer(0, 1);
+        const auto windowOn = [&](std::vector<uint8_t> &memory) {
+            return ImageHandle(LxImage_CreateEx(kLxPixelRGBA, 0, 0, width, rows - 2,
+                                                memory.data() + stride + 8, stride, 0, 0, flipped));
+        };
+        const auto randomShape = random.coin() ? randomBlocks : randomPolygon;
+        std::vector<Edge> edges = randomShape(random, random.integer(2, 6), random.integer(1, 12));
+        if (random.integer(0, 5) == 0)
+            edges.pop_back(); // open
+        const double dx = random.real(-8, width + 4.0), dy = random.real(-4, rows);
+        const RasterHandle raster = makeRaster();
+        for (Edge &e : edges) {
+            e = {e.x0 + dx, e.y0 + dy, e.x1 + dx, e.y1 + dy};
+            LxRaster_AddEdge(raster.get(), e.x0, e.y0, e.x1, e.y1);
+        }
+        raster->nonZero = random.integer(0, 3) != 0;
+        LxRGBA solid = {random.byte(), random.byte(), random.byte(),
+                        random.coin() ? uint8_t{255} : random.byte()};
+        LxShader shader = solidShader(solid);
+        const LxBlend blend = LxBlend(2, random.coin() ? 255 : random.byte());
+        paintNaively(edges, raster->nonZero != 0, windowOn(expected).get(), blend, shader, raster->bounds);
+        fillCoverage(*raster, *windowOn(actual), blend, shader, FillMethod::best);
+        ASSERT_EQ(actual, expected) << "round " << round;
+    }
+}
+
 TEST(CoverageFill, PaintsLargeShapesAsTheNaiveWayDoes) {
     Random random;
     for (int round = 0; round < 12; ++round) {

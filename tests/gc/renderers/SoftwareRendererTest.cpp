@@ -1,6 +1,7 @@
 // The software renderer, through contexts on images.
 
-#include <cstring>
+#include <algorithm>
+#include <cstdlib>
 #include <memory>
 
 #include <gtest/gtest.h>
@@ -59,23 +60,83 @@ PathHandle randomPath(Random &random) {
     return path;
 }
 
-// Paints a path of the image's own coordinates in opaque white on a clear RGBA image.
-void paintNaively(const LxPath *path, LxImage *image) {
+struct DeleteGradient {
+    void operator()(LxGradient *gradient) const { LxGradient_Delete(gradient); }
+};
+using GradientHandle = std::unique_ptr<LxGradient, DeleteGradient>;
+
+// What a fill or a stroke is painted with.
+struct Ink {
+    LxColor color;
+    GradientHandle gradient; // or null
+    LxBlend blend;
+};
+
+Ink randomInk(Random &random) {
+    Ink ink = {LxColor_RGBA(random.byte(), random.byte(), random.byte(), random.byte()), nullptr,
+               LxBlend_WithChannel(random.coin() ? 2 : random.integer(0, 44),
+                                   random.coin() ? 255 : random.byte(),
+                                   random.coin() ? 6 : random.integer(0, 7))};
+    if (random.integer(0, 2) == 0) {
+        ink.gradient.reset(LxGradient_Create());
+        LxGradient_SetType(ink.gradient.get(), random.integer(0, 6), random.integer(0, 4));
+        for (int32_t i = 0; i < 3; ++i)
+            LxGradient_AddColor(ink.gradient.get(),
+                                LxColor_RGBA(random.byte(), random.byte(), random.byte(), random.byte()), i,
+                                i * 0.5, random.real(0.1, 0.9));
+    }
+    return ink;
+}
+
+// A shape whose segments come from a walk, and their bounds.
+struct WalkedShape {
     NaiveShape shape;
-    const std::unique_ptr<LxPathIterator, void (*)(LxPathIterator *)> iterator(LxPath_CreateIterator(),
-                                                                               LxPath_DeleteIterator);
-    const LxPathSegmentCallback onSegment = [](LxPathIterator *self, const LxPointD *a, const LxPointD *b) {
-        if (a->x != b->x || a->y != b->y)
-            static_cast<NaiveShape *>(LxPathIterator_User(self))->addEdge(a->x, a->y, b->x, b->y);
-    };
-    LxPathIterator_SetCallback(iterator.get(), kLxPathOnSegment, reinterpret_cast<LxPathCallback>(onSegment));
-    LxPath_IterateConst(path, iterator.get(), nullptr, &shape, nullptr);
-    const LxBlend blend = LxBlend(2, 255);
-    const LxPixelBlendFunction kernel = LxBlend_SelectPixelBlendFunction(kLxPixelRGBA, kLxPixelRGBA);
-    shape.plotAll(true, LxImage_w(image), [&](int32_t x, int32_t y, int32_t coverage) {
-        const LxRGBA color = {255, 255, 255, static_cast<uint8_t>(coverage)};
-        if (void *pixel = LxImage_Pointer(image, x, y))
-            kernel(&blend, pixel, pixel, &color);
+    double bounds[4] = {1e6, 1e6, -1e6, -1e6};
+
+    explicit WalkedShape(const LxPath *path) {
+        const std::unique_ptr<LxPathIterator, void (*)(LxPathIterator *)> iterator(LxPath_CreateIterator(),
+                                                                                   LxPath_DeleteIterator);
+        const LxPathSegmentCallback onSegment = [](LxPathIterator *self, const LxPointD *a,
+                                                   const LxPointD *b) {
+            if (a->x != b->x || a->y != b->y)
+                static_cast<WalkedShape *>(LxPathIterator_User(self))->add(*a, *b);
+        };
+        LxPathIterator_SetCallback(iterator.get(), kLxPathOnSegment,
+                                   reinterpret_cast<LxPathCallback>(onSegment));
+        LxPath_IterateConst(path, iterator.get(), nullptr, this, nullptr);
+    }
+
+private:
+    void add(const LxPointD &a, const LxPointD &b) {
+        bounds[0] = std::min({bounds[0], a.x, b.x});
+        bounds[1] = std::min({bounds[1], a.y, b.y});
+        bounds[2] = std::max({bounds[2], a.x, b.x});
+        bounds[3] = std::max({bounds[3], a.y, b.y});
+        shape.addEdge(a.x, a.y, b.x, b.y);
+    }
+};
+
+// Paints a path of the image's own coordinates.
+void paintNaively(const LxPath *path, LxImage *image, const Ink &ink) {
+    const WalkedShape walked(path);
+    const LxPixelBlendFunction kernel = LxBlend_SelectPixelBlendFunction(LxImage_Type(image), kLxPixelRGBA);
+    if (kernel == nullptr || walked.shape.samples.empty())
+        return;
+    LxShader shader = {};
+    if (ink.gradient != nullptr) {
+        LxCreate_GradientShader(&shader, ink.gradient.get());
+        shader.begin(&shader, walked.bounds);
+    }
+    walked.shape.plotAll(true, LxImage_w(image), [&](int32_t x, int32_t y, int32_t coverage) {
+        void *pixel = LxImage_Pointer(image, x, y);
+        if (pixel == nullptr)
+            return;
+        LxColor color = ink.color;
+        if (ink.gradient != nullptr)
+            shader.color(&color, &shader, x, y, coverage);
+        else
+            color.content.rgba.a = static_cast<uint8_t>((color.content.rgba.a + 1) * coverage / 256);
+        kernel(&ink.blend, pixel, pixel, color.content.bytes);
     });
 }
 
@@ -133,8 +194,7 @@ TEST(SoftwareRenderer, TakesTheBytesOfAnyColour) {
 TEST(SoftwareRenderer, AGradientGoesBeforeTheColour) {
     const ImageHandle image = makeImage(kLxPixelRGBA, 40, 40);
     const ContextHandle gc = contextOn(image);
-    const std::unique_ptr<LxGradient, void (*)(LxGradient *)> gradient(LxGradient_Create(),
-                                                                       LxGradient_Delete);
+    const GradientHandle gradient(LxGradient_Create());
     LxGradient_AddColor(gradient.get(), LxColor_RGBA(0, 0, 0, 255), 0, 0, 0.5);
     LxGradient_AddColor(gradient.get(), LxColor_RGBA(0, 200, 0, 255), 1, 1, 0.5);
     LxGC_SetFillGradient(gc.get(), gradient.get());
@@ -219,32 +279,63 @@ TEST(SoftwareRenderer, WithoutMemoryIsNotMade) {
 
 TEST(SoftwareRenderer, PaintsWhatThePathFunctionsAndTheNaiveRasterGive) {
     Random random;
-    for (int round = 0; round < 400; ++round) {
-        const ImageHandle actual = makeImage(kLxPixelRGBA, 60, 60, random.coin());
-        const ImageHandle expected = makeImage(kLxPixelRGBA, 60, 60, LxImage_isFlipped(actual.get()) != 0);
+    for (int round = 0; round < 600; ++round) {
+        // Of all types that have kernels and one that has none; not so small that it lies in its record.
+        const int32_t type = random.coin() ? 2 : random.integer(0, 3);
+        const int32_t width = random.integer(1, 70), height = random.integer(6, 70);
+        const ImageHandle actual = makeImage(type, width, height, random.coin());
+        auto *data = static_cast<uint8_t *>(LxImage_Data(actual.get()));
+        for (int32_t i = 0; i < LxImage_DataSize(actual.get()); ++i)
+            data[i] = random.byte();
+        const ImageHandle expected(LxImage_Copy(actual.get()));
         const ContextHandle gc = contextOn(actual);
+        if (random.integer(0, 3) == 0) // A context may reach beyond its image.
+            LxGC_SetBoundsRectD(gc.get(), -20, -20, 90, 90);
         if (random.coin())
-            LxGC_SetClipRectD(gc.get(), random.real(0, 30), random.real(0, 30), random.real(30, 60),
-                              random.real(30, 60));
+            LxGC_SetClipRectD(gc.get(), random.real(-20, 30), random.real(-20, 30), random.real(30, 90),
+                              random.real(30, 90));
         LxGC_MatrixRotate(gc.get(), random.real(-1, 1));
+        switch (random.integer(0, 7)) {
+        case 0: // Narrow shapes have code of their own,
+        case 1:
+            LxGC_MatrixScale(gc.get(), 0.1, 0.4);
+            break;
+        case 2: // and open ones are not clipped, so that large ones wrap.
+            LxGC_MatrixScale(gc.get(), random.real(1, 60), random.real(1, 60));
+            break;
+        default:
+            break;
+        }
         LxGC_MatrixTranslate(gc.get(), random.real(-20, 20), random.real(-20, 20));
-        const double width = random.real(0, 9);
+        const Ink fill = randomInk(random), stroke = randomInk(random);
+        LxGC_SetFillColor(gc.get(), fill.color);
+        LxGC_SetFillGradient(gc.get(), fill.gradient.get());
+        LxGC_SetFillBlend(gc.get(), fill.blend);
+        LxGC_SetStrokeColor(gc.get(), stroke.color);
+        LxGC_SetStrokeGradient(gc.get(), stroke.gradient.get());
+        LxGC_SetStrokeBlend(gc.get(), stroke.blend);
+        const double strokeWidth = random.real(0, 9);
         const int32_t style = random.integer(0, 7) * 16 + random.integer(0, 1) * 128;
-        LxGC_SetStrokeWidth(gc.get(), width);
+        LxGC_SetStrokeWidth(gc.get(), strokeWidth);
         LxGC_SetStrokeStyle(gc.get(), style);
         const uint32_t mode = static_cast<uint32_t>(random.integer(0, 3));
         LxGC_SetRenderMode(gc.get(), mode);
         const PathHandle path = randomPath(random);
+        const auto seed = random.word();
+        std::srand(seed);
         LxGC_Path(gc.get(), path.get());
 
         const LxMatrix *matrix = LxGC_Matrix(gc.get());
         const LxRectD *clip = LxGC_ClipRectPtr(gc.get());
+        std::srand(seed);
         if ((mode & 1) != 0)
-            paintNaively(PathHandle(LxPath_CreateTransformed(path.get(), matrix, clip)).get(),
-                         expected.get());
+            paintNaively(PathHandle(LxPath_CreateTransformed(path.get(), matrix, clip)).get(), expected.get(),
+                         fill);
         if ((mode & 2) != 0)
-            paintNaively(PathHandle(LxPath_CreateOutlined(path.get(), matrix, clip, width, style)).get(),
-                         expected.get());
-        ASSERT_EQ(bytesOf(actual), bytesOf(expected)) << "round " << round << " mode " << mode;
+            paintNaively(
+                PathHandle(LxPath_CreateOutlined(path.get(), matrix, clip, strokeWidth, style)).get(),
+                expected.get(), stroke);
+        ASSERT_EQ(bytesOf(actual), bytesOf(expected))
+            << "round " << round << " mode " << mode << " type " << type;
     }
 }

@@ -96,6 +96,30 @@ TEST(Spans, MixAndBlendFollowTheRuleForRunsOfEveryLength) {
     });
 }
 
+TEST(Spans, BlendNarrowGivesEachRowTheSameColours) {
+    Random random;
+    constexpr size_t stride = narrowPixels + 5;
+    atEachLevel([&] {
+        for (size_t count = 1; count <= size_t{narrowPixels}; ++count)
+            for (const size_t rows : {1, 2, 7}) {
+                std::vector<uint32_t> pixels = randomWords(random, stride * rows);
+                std::vector<uint32_t> colors = randomWords(random, count);
+                colors.resize(narrowPixels);
+                const uint32_t opacity = random.byte();
+                std::vector<uint32_t> expected = pixels;
+                for (size_t i = 0; i < rows * count; ++i) {
+                    uint32_t &pixel = expected[i / count * stride + i % count];
+                    const uint32_t color = colors[i % count];
+                    pixel = mixedByRule(pixel, color, opacity * ((color >> 24) + 1) >> 8);
+                }
+                // From the last row up, as in a flipped image.
+                spanFunctions().blendNarrow(pixels.data() + (rows - 1) * stride, -4 * ptrdiff_t{stride}, rows,
+                                            colors.data(), opacity, count);
+                ASSERT_EQ(pixels, expected) << count << " pixels, " << rows << " rows";
+            }
+    });
+}
+
 TEST(Spans, PackTakesTheBytesOfColours) {
     Random random;
     atEachLevel([&] {
