@@ -35,8 +35,11 @@ template <Mode mode>
 }
 
 [[gnu::flatten]] void luminanceBlock(uint8_t *rgba, const uint8_t *, const uint8_t *b, size_t bytes) {
-    for (size_t i = 0; i < bytes; i += vectorBytes)
-        store(rgba + i, withAlphasOf(load(b + i), luminanceOf(load(b + i))));
+    for (size_t i = 0; i < bytes; i += vectorBytes) {
+        const Bytes pixels = load(b + i);
+        const Words grey = luminanceOf(pixels);
+        store(rgba + i, choose((Bytes)splatLongs(0xFF000000), pixels, join(grey, grey)));
+    }
 }
 
 using Block = void (*)(uint8_t *rgba, const uint8_t *a, const uint8_t *b, size_t bytes);

@@ -79,47 +79,20 @@ struct BentOverlay {
     }
 };
 
-// 65536 / (y + 1) in units of 130 / 256, raised by 0.00237 and cut to an integer, for longs of 0 to 255 that
-// stand on top of the bits of 2^23 as a float: 2^23 - 1 less leaves y + 1. Longs may run over where y is 0.
-constexpr uint32_t twoTo23 = 0x4B000000;
-
-inline Longs scaledReciprocal(Longs y) {
-    return (Longs)truncated(roughReciprocal((Floats)y - 8388607.0f) * (65536.0f * 256 / 130 * 1.00237f));
-}
-
-#if defined(__AVX2__)
-inline Words lowWords(Words low, Words high) {
-    return (Words)_mm256_blend_epi16((__m256i)high, (__m256i)low, 0x55);
-}
-#else
-inline Words lowWords(Words low, Words high) {
-    return (Words)(((Longs)low & 0xFFFF) | ((Longs)high & 0xFFFF0000));
-}
-#endif
-
-// The smaller of 256x / (y + 1) and 255, exact.
-//
-// Where x <= y the quotient is below 256. Its estimate is (130 x) times the reciprocal: the reciprocal's own
-// error of 0.00037 and the cut, of 256 * 130 / 2^24 = 0.00198 at most, cannot bring it below the quotient,
-// and 256 * (0.00237 + 0.00037) < 1 keeps it at most one above. The sign of the remainder tells the two
-// apart.
+// The smaller of 256x / (y + 1) and 255, exact: a quotient that is no integer lies at least 1 / 256 below the
+// next, and single precision rounds by far less.
 template <bool pixels>
 inline Halves limitedQuotient(Bytes x, Bytes y) {
-    const auto magic = (Words)splatLongs(twoTo23);
-    const auto half = [](Words n, Words v, Words reciprocals) {
-        const Words estimate = multiplyHigh(n * 130, reciprocals);
-        const Words remainder = (n << 8) - estimate * (v + 1);
-        const Words q = estimate + (Words)((SignedWords)remainder >> 15);
-        return (q | below(v, n)) & 0xFF;
+    const auto n = (Longs)x;
+    const auto quotient = [](Longs dividend, Longs divisor) {
+        return (Longs)truncated(real((Ints)(dividend & 0xFF00)) / real((Ints)divisor));
     };
-    const auto lowReciprocals = [&](Words v) { return (Words)scaledReciprocal((Longs)lowWords(v, magic)); };
-    const auto reciprocals = [&](Words v) {
-        const Longs high = scaledReciprocal((Longs)v >> 16 | twoTo23);
-        return lowWords(lowReciprocals(v), (Words)(high << 16));
+    const auto limited = [](Longs low, Longs high) {
+        return smallerUnsigned((Words)(low | high << 16), splat(255));
     };
-    const Words evens = even(y), odds = odd(y);
-    return {half(even(x), evens, reciprocals(evens)),
-            half(odd(x), odds, pixels ? lowReciprocals(odds) : reciprocals(odds))};
+    const auto evens = (Longs)(even(y) + 1), odds = (Longs)(odd(y) + 1);
+    return {limited(quotient(n << 8, evens & 0xFFFF), quotient(n >> 8, evens >> 16)),
+            limited(quotient(n, odds & 0xFFFF), pixels ? Longs{} : quotient(n >> 16, odds >> 16))};
 }
 struct Divide {
     template <bool pixels>
@@ -179,10 +152,9 @@ struct SoftLight {
         const Bytes upper = upperHalf(b);
         const auto half = [](Words x, Words y, Words turned) {
             const Words t = multiplyHigh(x, splat(32897)); // x * 128 / 255
-            // 2t + 128 below the branch and 2 (191 - t) above it are 255 and a number of either sign.
-            const auto around = (SignedWords)(2 * t - 127);
-            const auto sign = (SignedWords)(turned << 8) >> 15;
-            const auto k = (Words)(((around ^ sign) - sign) + 255);
+            // Below the branch 2t + 128, and above it 2 (191 - t): the complement of 2t, and 383.
+            const auto above = (Words)((SignedWords)turned > 0);
+            const Words k = ((t + t) ^ above) + (turned + 128);
             return by255(k * y) ^ turned;
         };
         const Bytes y = b ^ upper;
@@ -261,12 +233,10 @@ struct Gain {
             const __m128i values = _mm_load_si128(reinterpret_cast<const __m128i *>(gainRows[number]));
             return (Bytes)_mm256_shuffle_epi8(_mm256_broadcastsi128_si256(values), (__m256i)at);
         };
-        const auto chosen = [at](int bit, Bytes upperRow, Bytes lowerRow) {
-            return choose((Bytes)((Words)at << (7 - bit)), upperRow, lowerRow);
-        };
-        const auto pair = [&](int lower) { return chosen(4, row(lower + 1), row(lower)); };
-        const auto four = [&](int lower) { return chosen(5, pair(lower + 2), pair(lower)); };
-        const Bytes value = chosen(6, four(4), four(0));
+        const Bytes bit6 = at + at, bit5 = bit6 + bit6, bit4 = bit5 + bit5;
+        const auto pair = [&](int lower) { return choose(bit4, row(lower + 1), row(lower)); };
+        const auto four = [&](int lower) { return choose(bit5, pair(lower + 2), pair(lower)); };
+        const Bytes value = choose(bit6, four(4), four(0));
         return (value ^ upper) + upper;
     }
 };

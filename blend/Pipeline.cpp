@@ -46,10 +46,19 @@ PixelWeight weighingOf(const Plan &plan, bool masked) {
     return full ? PixelWeight::alpha : PixelWeight::alphaAndOpacity;
 }
 
-// Whether the pixel functions serve. UserColor's alpha under a mask is not theirs.
+// Whether the pixel functions serve. UserColor's alpha under a mask is not theirs; results of one byte are,
+// where b's alpha weighs.
 bool servesWholePixels(const Plan &plan, bool masked) {
-    return plan.cell.out != Layout::a && writesEverything(plan) && plan.mode->family != Family::fixed &&
-           !(masked && plan.mode->family == Family::userColor);
+    const Family family = plan.mode->family;
+    if (!writesEverything(plan) || family == Family::fixed || (masked && family == Family::userColor))
+        return false;
+    const PixelWeight weighing = weighingOf(plan, masked);
+    if (plan.cell.out == Layout::rgb && plan.cell.b == Layout::rgb && family == Family::functional &&
+        (weighing == PixelWeight::full || weighing == PixelWeight::constant))
+        return false;
+    return plan.cell.out != Layout::a ||
+           (plan.rule.source == 0 &&
+            (weighing == PixelWeight::alpha || weighing == PixelWeight::alphaAndOpacity));
 }
 
 // Whether rows of the result are rows of b, byte by byte.
@@ -171,6 +180,8 @@ void Pipeline::blendPixels(const Run &run) {
     in.mask = run.mask;
     in.pixelsBehind = run.behind;
     std::memcpy(in.colour, mode.colour, sizeof mode.colour);
+    if (cell.out == Layout::a)
+        in.colour[0] = mode.single;
 
     // Where a is what is there, and so are its alphas, a weight of 0 makes of a pixel what is there.
     const bool unwrittenStays =

@@ -1,13 +1,13 @@
 // The fast form of a kernel: short runs of pixels taken through the vector forms in buffers that stay in the
 // first-level cache.
 //
-// Where a mode writes whole pixels of three or four bytes, one vector function does it all: it loads each
-// operand from its layout, makes the weight or takes it from a plane, and stores. The rest goes by steps. A
-// run is brought into "lanes", the bytes of the result's layout: a as it is mixed into, what the function
-// takes of a, b, and the weight in every byte of its pixel. One vector function then makes all lanes,
-// whatever the layout, and what may not be written is kept out by a selection at the end. Modes that are no
-// function of one component first make a new b out of their operands and go on as SrcOver does. Where a
-// picture already has the layout of the result its own memory serves as lanes.
+// Where a mode writes whole pixels of three or four bytes, or single bytes by b's alpha, one vector function
+// does it all: it loads each operand from its layout, makes the weight or takes it from a plane, and stores.
+// The rest goes by steps. A run is brought into "lanes", the bytes of the result's layout: a as it is mixed
+// into, what the function takes of a, b, and the weight in every byte of its pixel. One vector function then
+// makes all lanes, whatever the layout, and what may not be written is kept out by a selection at the end.
+// Modes that are no function of one component first make a new b out of their operands and go on as SrcOver
+// does. Where a picture already has the layout of the result its own memory serves as lanes.
 #pragma once
 
 #include <cstddef>

@@ -13,7 +13,7 @@ class Plain {
 public:
     static constexpr bool firstApart = false;
     static constexpr bool isAny = false;
-    static constexpr bool hasAlpha = true;
+    static constexpr Layout layout = Layout::rgba;
     Plain(uint8_t *out, const PixelInputs &in) : out_(out), a_(in.a), b_(in.b) {}
     template <bool>
     Bytes a(size_t pixel) const {
@@ -97,9 +97,21 @@ inline void storeRgb(uint8_t *out, Bytes pixels) {
     const __m256i compact = _mm256_shuffle_epi8(
         (__m256i)pixels, _mm256_setr_epi8(0, 1, 2, 4, 5, 6, 8, 9, 10, 12, 13, 14, n, n, n, n, 0, 1, 2, 4, 5,
                                           6, 8, 9, 10, 12, 13, 14, n, n, n, n));
-    const __m256i together = _mm256_permutevar8x32_epi32(compact, _mm256_setr_epi32(0, 1, 2, 4, 5, 6, 3, 7));
-    _mm_storeu_si128(reinterpret_cast<__m128i *>(out), _mm256_castsi256_si128(together));
-    _mm_storel_epi64(reinterpret_cast<__m128i *>(out + 16), _mm256_extracti128_si256(together, 1));
+    const __m128i high = _mm256_extracti128_si256(compact, 1);
+    _mm_storeu_si128(reinterpret_cast<__m128i *>(out), _mm256_castsi256_si128(compact));
+    _mm_storel_epi64(reinterpret_cast<__m128i *>(out + 12), high);
+    const int last = _mm_extract_epi32(high, 2);
+    __builtin_memcpy(out + 20, &last, 4);
+}
+
+inline void storeFirsts(uint8_t *out, Bytes pixels) {
+    constexpr char n = -1;
+    const __m256i firsts = _mm256_shuffle_epi8(
+        (__m256i)pixels, _mm256_setr_epi8(0, 4, 8, 12, n, n, n, n, n, n, n, n, n, n, n, n, n, n, n, n, 0, 4,
+                                          8, 12, n, n, n, n, n, n, n, n));
+    const __m128i together =
+        _mm_or_si128(_mm256_castsi256_si128(firsts), _mm256_extracti128_si256(firsts, 1));
+    _mm_storel_epi64(reinterpret_cast<__m128i *>(out), together);
 }
 
 template <Layout outLayout, bool apart>
@@ -107,7 +119,7 @@ class Any {
 public:
     static constexpr bool firstApart = apart;
     static constexpr bool isAny = true;
-    static constexpr bool hasAlpha = outLayout == Layout::rgba;
+    static constexpr Layout layout = outLayout;
     Any(uint8_t *out, const PixelInputs &in)
         : out_(out), a_(in.a, in.aLayout, orders), b_(in.b, in.bLayout, orders),
           firstOrder_(inBothHalves(firstOrders[static_cast<size_t>(in.aLayout)])), pixelsOfB_(in.b),
@@ -127,15 +139,19 @@ public:
     Bytes old(size_t pixel) const {
         if constexpr (outLayout == Layout::rgba)
             return load(out_ + 4 * pixel);
-        else
+        else if constexpr (outLayout == Layout::rgb)
             return oldRgb(out_ + 3 * pixel);
+        else
+            return oldFirsts(out_ + pixel);
     }
     Bytes finished(Bytes made) const { return outLayout == Layout::rgba ? made | forced_ : made; }
     void put(size_t pixel, Bytes made) const {
         if constexpr (outLayout == Layout::rgba)
             store(out_ + 4 * pixel, made);
-        else
+        else if constexpr (outLayout == Layout::rgb)
             storeRgb(out_ + 3 * pixel, made);
+        else
+            storeFirsts(out_ + pixel, made);
     }
 
 private:
@@ -148,6 +164,9 @@ private:
         return (Bytes)_mm256_shuffle_epi8(both, _mm256_setr_epi8(0, 1, 2, n, 3, 4, 5, n, 6, 7, 8, n, 9, 10,
                                                                  11, n, 4, 5, 6, n, 7, 8, 9, n, 10, 11, 12, n,
                                                                  13, 14, 15, n));
+    }
+    static Bytes oldFirsts(const uint8_t *from) {
+        return (Bytes)_mm256_cvtepu8_epi32(_mm_loadl_epi64(reinterpret_cast<const __m128i *>(from)));
     }
 
     uint8_t *const out_;
@@ -170,7 +189,7 @@ class Any {
 public:
     static constexpr bool firstApart = apart;
     static constexpr bool isAny = true;
-    static constexpr bool hasAlpha = true;
+    static constexpr Layout layout = Layout::rgba;
     Any(uint8_t *out, const PixelInputs &in)
         : block_(*reinterpret_cast<Block *>(out)), forced_(forcedOpaque(in.opaqueResult)) {}
     template <bool>

@@ -6,6 +6,7 @@
 
 #include "blend/ColourVectors.h"
 #include "blend/ComponentVectors.h"
+#include "blend/GainVectors.h"
 
 namespace lx::LX_VECTOR_NAMESPACE {
 namespace {
@@ -25,13 +26,15 @@ struct Operands {
     Bytes setting; // for the function
 };
 
-// The colours whose sums are given, in the upper bytes of words, and the larger alpha, if there is one.
-template <bool hasAlpha>
+// The colours whose sums are given, in the upper bytes of words, and the larger alpha, as far as the result
+// has them: that of one byte is the first component.
+template <Layout result>
 inline Bytes withLargerAlpha(Words evens, Words odds, const Operands &in) {
-    if constexpr (!hasAlpha)
+    if constexpr (result == Layout::a)
+        return (Bytes)(evens >> 8);
+    if constexpr (result == Layout::rgb)
         return (Bytes)(evens >> 8 | (odds & splat(0xFF00)));
-    return (Bytes)(evens >> 8 | (odds & (Words)splatLongs(0x0000FF00))) |
-           (larger(in.a, in.weightBytes) & alphaBytes());
+    return (Bytes)(evens >> 8 | upperBytes(odds, (Words)larger(in.a, in.weightBytes)));
 }
 
 inline Words mixSum(Words f, Words c, Words weight) {
@@ -52,8 +55,9 @@ constexpr bool pairsComponents<Gain> = false;
 
 struct Luminance {
     template <bool>
-    static Bytes of(Bytes, Bytes b, Bytes) {
-        return luminanceOf(b);
+    static Halves of(Bytes, Bytes b, Bytes) {
+        const Words grey = luminanceOf(b);
+        return {grey, grey};
     }
 };
 template <>
@@ -84,14 +88,16 @@ struct Mixed {
     static constexpr bool weighsBySmaller = smallerAlphaWeighs<Function>;
     static constexpr bool takesAlphaOfB = false;
     static constexpr bool takesFirst = pairsComponents<Function>;
-    template <bool hasAlpha>
-    static Bytes of(const Operands &in) {
-        const Halves f = halves(Function::template of<true>(in.first, in.b, in.setting));
-        return withLargerAlpha<hasAlpha>(mixSum(f.evens, even(in.a), in.weight),
-                                         mixSum(f.odds, odd(in.a), in.weight), in);
+    static constexpr bool isToldAhead = std::is_same_v<Function, GainOfProduct>;
+    Function function;
+    template <Layout result>
+    Bytes of(const Operands &in) {
+        const Halves f = halves(function.template of<true>(in.first, in.b, in.setting));
+        return withLargerAlpha<result>(mixSum(f.evens, even(in.a), in.weight),
+                                       mixSum(f.odds, odd(in.a), in.weight), in);
     }
-    static Bytes fullOf(const Operands &in) {
-        return whole(Function::template of<true>(in.first, in.b, in.setting)) | alphaBytes();
+    Bytes fullOf(const Operands &in) {
+        return whole(function.template of<true>(in.first, in.b, in.setting)) | alphaBytes();
     }
 };
 
@@ -102,10 +108,11 @@ struct Under {
     static constexpr bool weighsBySmaller = false;
     static constexpr bool takesAlphaOfB = false;
     static constexpr bool takesFirst = false;
-    template <bool hasAlpha>
+    static constexpr bool isToldAhead = false;
+    template <Layout result>
     static Bytes of(const Operands &in) {
-        return withLargerAlpha<hasAlpha>(mixSum(even(in.a), even(in.b), in.weight),
-                                         mixSum(odd(in.a), odd(in.b), in.weight), in);
+        return withLargerAlpha<result>(mixSum(even(in.a), even(in.b), in.weight),
+                                       mixSum(odd(in.a), odd(in.b), in.weight), in);
     }
     static Bytes fullOf(const Operands &in) { return in.a | alphaBytes(); }
 };
@@ -116,7 +123,8 @@ struct Copied {
     static constexpr bool weighsBySmaller = false;
     static constexpr bool takesAlphaOfB = false;
     static constexpr bool takesFirst = false;
-    template <bool hasAlpha>
+    static constexpr bool isToldAhead = false;
+    template <Layout result>
     static Bytes of(const Operands &in) {
         return choose(alphaBytes(), larger(in.a, in.weightBytes), in.b);
     }
@@ -130,7 +138,8 @@ struct Summed {
     static constexpr bool weighsBySmaller = false;
     static constexpr bool takesAlphaOfB = true;
     static constexpr bool takesFirst = false;
-    template <bool hasAlpha>
+    static constexpr bool isToldAhead = false;
+    template <Layout result>
     static Bytes of(const Operands &in) {
         const Bytes swapped = (in.a ^ in.b) & alphaBytes(), x = in.b ^ swapped, y = in.a ^ swapped;
         const auto sum = [&](Words one, Words other) { return (one + 1) * in.weight + other + 1; };
@@ -138,7 +147,7 @@ struct Summed {
     }
     static Bytes fullOf(Operands in) {
         in.weight = splat(255);
-        return of<true>(in);
+        return of<Layout::rgba>(in);
     }
 };
 

@@ -80,18 +80,21 @@ inline void weigh(Operands &operands, const uint8_t *plane, Words opacity, size_
     } else {
         const Bytes from = Combination::weighsBySmaller ? smaller(operands.a, operands.b) : operands.b;
         operands.weight = alphaWords(from);
-        operands.weightBytes = from;
+        // The smaller alpha is at most a's, which so stays.
+        operands.weightBytes = Combination::weighsBySmaller ? operands.a : from;
         if constexpr (weighing == PixelWeight::alpha)
             return;
     }
     if constexpr (isByAlpha(weighing))
         operands.weight = (operands.weight * opacity + opacity) >> 8;
-    operands.weightBytes = (Bytes)(operands.weight << 8);
+    operands.weightBytes =
+        isByAlpha(weighing) && Combination::weighsBySmaller ? operands.a : (Bytes)(operands.weight << 8);
 }
 
 template <class Combination, PixelWeight weighing, bool keeps, class Access>
 [[gnu::flatten]] void walk(uint8_t *out, const PixelInputs &in, size_t pixels) {
     const Access access(out, in);
+    Combination combination;
     const Words opacity = splat(in.weightOpacity);
     uint32_t colour;
     __builtin_memcpy(&colour, in.colour, 4);
@@ -101,20 +104,33 @@ template <class Combination, PixelWeight weighing, bool keeps, class Access>
                                                                                            in.gates;
     // Where alpha weighs, b has one; and all three in four bytes are plain, unless the result is opaque.
     constexpr bool byAlpha = isByAlpha(weighing);
-    constexpr bool hasAlpha = Access::hasAlpha && !(Access::isAny && byAlpha);
+    constexpr bool hasAlpha = Access::layout == Layout::rgba && !(Access::isAny && byAlpha);
+    constexpr Layout result = Access::layout == Layout::rgba && !hasAlpha ? Layout::rgb : Access::layout;
     constexpr bool takesAlphaOfA = hasAlpha || (byAlpha && Combination::weighsBySmaller);
+    const auto bAt = [&](size_t i) {
+        return byAlpha ? access.bOfFour(i) : access.template b<Combination::takesAlphaOfB>(i);
+    };
+    const auto tell = [&](size_t i) {
+        if constexpr (Combination::isToldAhead) {
+            if (i < pixels)
+                combination.function.tell(access.first(i), bAt(i));
+        }
+    };
+    for (size_t i = 0; i < GainOfProduct::ahead; ++i)
+        tell(i * vectorPixels);
     for (size_t i = 0; i < pixels; i += vectorPixels) {
+        tell(i + GainOfProduct::ahead * vectorPixels);
         Operands operands = {};
         operands.a = access.template a<takesAlphaOfA>(i);
         operands.first = access.first(i);
-        operands.b = byAlpha ? access.bOfFour(i) : access.template b<Combination::takesAlphaOfB>(i);
+        operands.b = bAt(i);
         operands.setting = setting;
         Bytes made;
         if constexpr (weighing == PixelWeight::full) {
-            made = Combination::fullOf(operands);
+            made = combination.fullOf(operands);
         } else {
             weigh<Combination, weighing>(operands, plane, opacity, i);
-            made = Combination::template of<hasAlpha>(operands);
+            made = combination.template of<result>(operands);
         }
         made = access.finished(made);
         if constexpr (keeps) {
@@ -133,7 +149,7 @@ bool isPlain(const PixelInputs &in) {
 // Where all is written or told, pixels are kept by a rule, so that there need not be both loops.
 template <class Combination, PixelWeight weighing, class Access>
 constexpr bool alwaysKeeps = Combination::skipsAtZero &&Access::isAny &&
-                             (weighing == PixelWeight::told || Access::hasAlpha);
+                             (weighing == PixelWeight::told || Access::layout != Layout::rgb);
 template <class Combination, PixelWeight weighing>
 constexpr bool neverKeeps = !Combination::skipsAtZero && weighing != PixelWeight::told;
 
@@ -201,6 +217,8 @@ Walk walkOf(const PixelInputs &in) {
     if (isPlain(in))
         return plainWalk<Combination>(in);
 #if defined(__AVX2__)
+    if (in.outLayout == Layout::a)
+        return alphaWalk<Combination, Any<Layout::a, false>>(in);
     if (in.outLayout == Layout::rgb)
         return anyWalkInto<Combination, Layout::rgb>(in);
 #endif
@@ -284,6 +302,8 @@ void walkAny(Walk walk, uint8_t *out, const PixelInputs &in, size_t pixels) {
         if (in.outLayout == Layout::rgb) {
             rgbaToRgb(block.a, block.out, count); // padded
             __builtin_memcpy(out, block.a, 3 * count);
+        } else if (in.outLayout == Layout::a) {
+            component(out, block.out, 4, 0, count);
         } else {
             __builtin_memcpy(out, block.out, 4 * count);
         }
@@ -310,6 +330,7 @@ void addPixelForms(VectorForms &forms) {
         return forms.pixels[static_cast<size_t>(mode)];
     };
     forEachFunction([&](Mode mode, auto function) { at(mode) = blend<Mixed<decltype(function)>>; });
+    at(Mode::noName02) = blend<Mixed<GainOfProduct>>;
     at(Mode::src) = blend<Copied>;
     at(Mode::dstOver) = blend<Under>;
     at(Mode::userColor) = blend<Summed>;

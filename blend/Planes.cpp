@@ -21,9 +21,12 @@ void everyByte(uint8_t *plane, const uint8_t *bytes, size_t pixels) {
 
 #if defined(__AVX2__)
 
-// Byte `number` of eight pixels, each in a long of its own. Loads take 16 bytes for each four pixels.
+// Byte `number` of eight pixels, each in a long of its own. Loads of three bytes take 16 for each four
+// pixels.
 template <size_t step>
 inline __m256i longsOf(const uint8_t *pixels, __m256i order) {
+    if constexpr (step == 4)
+        return _mm256_shuffle_epi8((__m256i)load(pixels), order);
     const auto four = [&](size_t from) {
         return _mm_loadu_si128(reinterpret_cast<const __m128i *>(pixels + from * step));
     };
@@ -61,10 +64,6 @@ template <size_t step>
 void componentOf(uint8_t *plane, const uint8_t *pixels, size_t number, size_t count) {
     const size_t done = componentVectors<step>(plane, pixels, number, count);
     everyByte<step>(plane + done, pixels + done * step + number, count - done);
-}
-
-void component(uint8_t *plane, const uint8_t *pixels, size_t step, size_t number, size_t count) {
-    (step == 3 ? componentOf<3> : componentOf<4>)(plane, pixels, number, count);
 }
 
 void fold(uint8_t *plane, const uint8_t *alpha, const uint8_t *mask, size_t pixels) {
@@ -201,6 +200,10 @@ void spread3(uint8_t *lanes, const uint8_t *plane, size_t pixels) {
 }
 
 } // namespace
+
+void component(uint8_t *plane, const uint8_t *pixels, size_t step, size_t number, size_t count) {
+    (step == 3 ? componentOf<3> : componentOf<4>)(plane, pixels, number, count);
+}
 
 void aToRgba(uint8_t *rgba, const uint8_t *a, size_t pixels) {
     for (size_t i = 0; i < pixels; ++i) {

@@ -37,7 +37,8 @@ enum class PixelWeight : uint8_t {
     told             // in a plane
 };
 
-// Whole pixels in any layout, blended into a result of three or four bytes in one pass.
+// Whole pixels in any layout, blended into a result of three or four bytes in one pass, or of one where an
+// alpha weighs.
 struct PixelInputs {
     const uint8_t *a, *b;
     Layout outLayout, aLayout, bLayout;

@@ -86,18 +86,14 @@ inline Bytes larger(Bytes x, Bytes y) {
     return x > y ? x : y;
 }
 
-// All bits where x < y, both at most 32767.
-inline Words below(Words x, Words y) {
-    return (Words)((SignedWords)x < (SignedWords)y);
-}
-
 // All bits where a byte is 128 or more.
 inline Bytes upperHalf(Bytes v) {
     return (Bytes)((SignedBytes)v < 0);
 }
 
-// What compilers have no expression for: a choice by whole bytes, arithmetic that saturates, and the upper
-// half of a product.
+// What compilers have no expression for: choices by whole bytes and words, arithmetic that saturates, the
+// upper half of a product, the smaller of any two words, and the sum of the products of two pairs of words of
+// at most 32767.
 #if defined(__AVX2__)
 inline Bytes choose(Bytes condition, Bytes yes, Bytes no) {
     return (Bytes)_mm256_blendv_epi8((__m256i)no, (__m256i)yes, (__m256i)condition);
@@ -105,6 +101,17 @@ inline Bytes choose(Bytes condition, Bytes yes, Bytes no) {
 #else
 inline Bytes choose(Bytes condition, Bytes yes, Bytes no) {
     return (condition & yes) | (~condition & no);
+}
+#endif
+
+// The upper bytes of words: of the lower word of each long from one, of its upper word from the other.
+#if defined(__AVX2__)
+inline Words upperBytes(Words low, Words high) {
+    return (Words)_mm256_blend_epi16((__m256i)low, (__m256i)high, 0xAA) & splat(0xFF00);
+}
+#else
+inline Words upperBytes(Words low, Words high) {
+    return (Words)(((Longs)low & 0x0000FF00) | ((Longs)high & 0xFF000000));
 }
 #endif
 
@@ -124,6 +131,12 @@ inline Bytes subtractSigned(Bytes x, Bytes y) {
 inline Words multiplyHigh(Words x, Words y) {
     return (Words)_mm256_mulhi_epu16((__m256i)x, (__m256i)y);
 }
+inline Words smallerUnsigned(Words x, Words y) {
+    return (Words)_mm256_min_epu16((__m256i)x, (__m256i)y);
+}
+inline Longs sumOfProducts(Words x, Words y) {
+    return (Longs)_mm256_madd_epi16((__m256i)x, (__m256i)y);
+}
 #elif defined(__SSE2__)
 inline Bytes addSaturated(Bytes x, Bytes y) {
     return (Bytes)_mm_adds_epu8((__m128i)x, (__m128i)y);
@@ -139,6 +152,12 @@ inline Bytes subtractSigned(Bytes x, Bytes y) {
 }
 inline Words multiplyHigh(Words x, Words y) {
     return (Words)_mm_mulhi_epu16((__m128i)x, (__m128i)y);
+}
+inline Words smallerUnsigned(Words x, Words y) {
+    return x - (Words)_mm_subs_epu16((__m128i)x, (__m128i)y);
+}
+inline Longs sumOfProducts(Words x, Words y) {
+    return (Longs)_mm_madd_epi16((__m128i)x, (__m128i)y);
 }
 #else
 inline Bytes addSaturated(Bytes x, Bytes y) {
@@ -164,6 +183,13 @@ inline Words multiplyHigh(Words x, Words y) {
     const auto xx = (Longs)x, yy = (Longs)y;
     return (Words)(((xx & 0xFFFF) * (yy & 0xFFFF)) >> 16 | (((xx >> 16) * (yy >> 16)) & 0xFFFF0000));
 }
+inline Words smallerUnsigned(Words x, Words y) {
+    return x < y ? x : y;
+}
+inline Longs sumOfProducts(Words x, Words y) {
+    const auto xx = (Longs)x, yy = (Longs)y;
+    return (xx & 0xFFFF) * (yy & 0xFFFF) + (xx >> 16) * (yy >> 16);
+}
 #endif
 
 // n / 255 for n up to 65279: the product with 257 is (n + 1) plus its 256th.
@@ -177,17 +203,6 @@ inline Ints truncated(Floats v) {
 
 inline Floats real(Ints v) {
     return __builtin_convertvector(v, Floats);
-}
-
-// 1 / v within a relative error of 1.5 / 4096, whatever the processor.
-inline Floats roughReciprocal(Floats v) {
-#if defined(__AVX2__)
-    return (Floats)_mm256_rcp_ps((__m256)v);
-#elif defined(__SSE2__)
-    return (Floats)_mm_rcp_ps((__m128)v);
-#else
-    return 1.0f / v;
-#endif
 }
 
 } // namespace

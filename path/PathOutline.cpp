@@ -5,7 +5,6 @@
 // end to its beginning, and added when the subpath (or, by style, the item) is done. Both make one ribbon.
 
 #include <algorithm>
-#include <cmath>
 #include <limits>
 
 #include <oxlume/LxMem.h>
@@ -81,7 +80,7 @@ public:
             // On purpose: the ends of the two rings are written even if the subpath had no segment, with
             // what is left of an earlier one.
             if (mitred_)
-                addClosingJoin();
+                addJoin(first_);
             positive_.add(moveItem(startHead_.x0, startHead_.y0));
             out_.close();
         }
@@ -133,13 +132,6 @@ private:
             addPositive(intersection(positiveEdge(last_), positiveEdge(next)));
         else if (turn > 0)
             addNegative(intersection(negativeEdge(last_), negativeEdge(next)));
-    }
-
-    // The corner at the subpath's start. On purpose: here a turn that is not a number makes a corner, too.
-    void addClosingJoin() {
-        addJoin(first_);
-        if (std::isnan(orientation(first_.head, last_.tail.x0, last_.tail.y0)))
-            addNegative(intersection(negativeEdge(last_), negativeEdge(first_)));
     }
 
     void addPositive(const LxPointD &point) { positive_.add(lineItem(point.x, point.y)); }

@@ -20,8 +20,8 @@
 namespace tool {
 namespace {
 
-// Coordinates beyond this are no use, and their squares would not fit.
-constexpr int maxCoordinate = 20000;
+// The squares of a line between two such coordinates still fit in 32 bits, and larger ones are no use.
+constexpr int maxCoordinate = 16000;
 
 struct Lines {
     std::vector<LxMorphLine> from, to;
@@ -52,8 +52,8 @@ Lines readLines(const std::string &path) {
         if (!isGood || words >> rest)
             throw Failure(path + ":" + std::to_string(number) +
                           ": expected eight whole numbers: sx0 sy0 sx1 sy1 tx0 ty0 tx1 ty1");
-        if (lineOf(c).lengthSquared == 0)
-            throw Failure(path + ":" + std::to_string(number) + ": the line has no length");
+        if (lineOf(c).lengthSquared == 0 || lineOf(c + 4).lengthSquared == 0)
+            throw Failure(path + ":" + std::to_string(number) + ": a line has no length");
         lines.from.push_back(lineOf(c));
         lines.to.push_back(lineOf(c + 4));
     }

@@ -100,7 +100,8 @@ LX_API void LxImage_SetFlipped(LxImage *image, int32_t flipped);
 LX_API void LxImage_MoveTo(LxImage *image, int32_t x, int32_t y);
 LX_API void LxImage_MutableMoveTo(LxImage *image, int32_t x, int32_t y);
 
-/* Take and release the image's recursive mutex, which is there for callers: no other operation takes it. */
+/* Take and release the image's recursive mutex, which is there for callers: of the other operations only
+ * LxImage_Delete takes it. */
 LX_API void LxImage_Lock(LxImage *image);
 LX_API void LxImage_Unlock(LxImage *image);
 

@@ -107,10 +107,9 @@ LX_API LxRectD LxRectD_union(LxRectD a, LxRectD b);
 /* Cohen-Sutherland clipping of a line against all four sides, inclusive. Answer 1 when the line's first end
  * is inside at the end, else 0; an empty rectangle, or an end that is infinite or not a number, gives 0 at
  * once and the line untouched. After 16 rounds, which only an end thrown about a corner by rounding needs,
- * clipping stops. The forms on doubles write the
- * coordinates back in both cases, so a rejected line may come back partly clipped; those on integers write
- * only when they answer 1, truncating each coordinate + 0.5 toward zero. LxRectL_... sorts its rectangle,
- * LxRectD_... does not. */
+ * clipping stops. The forms on doubles write the coordinates back in both cases, so a rejected line may come
+ * back partly clipped; those on integers write only when they answer 1, truncating each coordinate + 0.5
+ * toward zero. LxRectL_... sorts its rectangle, LxRectD_... does not. */
 LX_API int32_t LxRectL_clipLineL(LxRectL rect, int32_t *x0, int32_t *y0, int32_t *x1, int32_t *y1);
 LX_API int32_t LxRectL_clipLineD(LxRectL rect, double *x0, double *y0, double *x1, double *y1);
 LX_API int32_t LxRectD_clipLineL(LxRectD rect, int32_t *x0, int32_t *y0, int32_t *x1, int32_t *y1);

@@ -305,5 +305,26 @@ TEST_P(BlendPipeline, HueFamilyAndLuminanceAgreeOverTheCube) {
     }
 }
 
+TEST_P(BlendPipeline, LuminanceAgreesForEveryColour) {
+    std::vector<uint8_t> a(4 * 65536), b(4 * 65536, 255), out(4 * 65536);
+    for (int red = 0; red < 256; ++red) {
+        for (size_t i = 0; i < 65536; ++i) {
+            b[4 * i] = static_cast<uint8_t>(red);
+            b[4 * i + 1] = static_cast<uint8_t>(i >> 8);
+            b[4 * i + 2] = static_cast<uint8_t>(i);
+        }
+        const LxBlend blend = blendOf(Mode::grayscale);
+        LxBlend_SelectMapBlendFunction(2, 2, 2)(&blend, out.data(), a.data(), b.data(), nullptr, 0, 0, 0, 0,
+                                                65536, 1);
+        size_t wrong = 0;
+        for (int i = 0; i < 65536; ++i) {
+            const int grey = (299 * red + 587 * (i >> 8) + 114 * (i & 255)) / 1000;
+            const uint8_t *made = &out[4 * static_cast<size_t>(i)];
+            wrong += made[0] != grey || made[1] != grey || made[2] != grey || made[3] != 255;
+        }
+        ASSERT_EQ(wrong, 0U) << "red " << red;
+    }
+}
+
 INSTANTIATE_TEST_SUITE_P(Levels, BlendPipeline, testing::Values(VectorLevel::baseline, VectorLevel::avx2),
                          [](const auto &level) { return vectorLevelName(level.param); });

@@ -173,3 +173,22 @@ TEST(ImageContexts, OfNoImageDrawNothing) {
     LxGC_Clear(gc.get());
     EXPECT_EQ(LxGC_BoundsRect(gc.get()).x1, 0);
 }
+
+TEST(ImageContexts, ACopyOfAnImageHasItsOwnIfTheImageHasOne) {
+    const ImageHandle image(LxImage_Create(kLxPixelRGBA, 4, 5, 12, 11, 1, 0));
+    EXPECT_EQ(ImageHandle(LxImage_Copy(image.get()))->gc, nullptr);
+    LxGC *const gc = LxImage_GC(image.get());
+    const LxRectD clip = LxGC_ClipRect(gc);
+    LxGC_SetClipRectL(gc, 0, 0, 1, 1); // stays with the first
+    const ImageHandle copy(LxImage_Copy(image.get()));
+    ASSERT_NE(copy->gc, nullptr);
+    EXPECT_NE(copy->gc, gc);
+    EXPECT_EQ(LxGC_ClipRect(copy->gc).x1, clip.x1);
+    EXPECT_EQ(LxGC_ClipRect(copy->gc).y1, clip.y1);
+    LxGC_Fill(copy->gc, LxColor_RGBA_White);
+    LxColor color = {};
+    LxImage_PixelAt(copy.get(), 7, 5, &color);
+    EXPECT_EQ(color.content.rgba.a, 255);
+    LxImage_PixelAt(image.get(), 7, 5, &color);
+    EXPECT_EQ(color.content.rgba.a, 0);
+}

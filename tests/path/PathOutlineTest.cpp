@@ -63,14 +63,14 @@ struct PlainStroker {
         LxPath_MakeEmpty(side1.get());
         LxPath_MakeEmpty(side2.get());
     }
-    void join(const LxLineD &head, const LxLineD &tail, bool closing) {
+    void join(const LxLineD &head, const LxLineD &tail) {
         const double o = LxLineD_Orientation(&head, lastTail.x0, lastTail.y0);
         if (o < 0) {
             const LxLineD a = {lastHead.x0, lastHead.y0, lastTail.x0, lastTail.y0};
             const LxLineD b = {head.x0, head.y0, tail.x0, tail.y0};
             const LxPointD p = LxLineD_Intersection(&a, &b);
             LxPath_InsertLineTo(side1.get(), 0, p.x, p.y);
-        } else if (o > 0 || (closing && o != 0)) {
+        } else if (o > 0) {
             const LxLineD a = {lastHead.x1, lastHead.y1, lastTail.x1, lastTail.y1};
             const LxLineD b = {head.x1, head.y1, tail.x1, tail.y1};
             const LxPointD p = LxLineD_Intersection(&a, &b);
@@ -122,7 +122,7 @@ void plainSegment(LxPathIterator *iterator, const LxPointD *from, const LxPointD
             s.firstHead = h;
             s.firstTail = t;
         } else if ((s.style & (128 | 64)) != 0) {
-            s.join(h, t, false);
+            s.join(h, t);
         }
         s.newItem = false;
         LxPath_InsertLineTo(s.side1.get(), 0, h.x0, h.y0);
@@ -140,7 +140,7 @@ void plainClose(LxPathIterator *iterator) {
     drawClose(*iterator);
     if ((s.style & 16) == 0) {
         if ((s.style & (128 | 64)) != 0)
-            s.join(s.firstHead, s.firstTail, true);
+            s.join(s.firstHead, s.firstTail);
         LxPath_InsertMoveTo(s.side1.get(), 0, s.startHead.x0, s.startHead.y0);
         LxPath_AddClose(s.side2.get());
     }
@@ -439,18 +439,6 @@ TEST(PathOutline, ClipIsAppliedLast) {
     const LxRectD elsewhere = {100, 100, 200, 200};
     const Stream none = outline(Stream().move(0, 0).line(10, 0), 2, bevel, nullptr, &elsewhere);
     EXPECT_EQ(none.words.back(), 15u);
-}
-
-// The close draws the way back as an item of its own, whose join has no side; the join at the start takes the
-// negative one. Words: two moves and eight lines, two closes, and that corner.
-TEST(PathOutline, TurnThatIsNotANumberMakesACornerAtTheCloseOnly) {
-    const Stream there = Stream().move(0, 0).line(10, 0).close();
-    EXPECT_EQ(outline(there, NAN, bevel).words.size(), 10u * 3 + 2);
-    const Stream mitred = outline(there, NAN, kLxStrokeMitre);
-    EXPECT_EQ(mitred.words.size(), 11u * 3 + 2);
-    EXPECT_EQ(mitred.words[6 * 3], 15u) << "the negative side: a move, four lines, the corner";
-    const Stream open = Stream().move(0, 0).line(10, 0).line(10, 10);
-    EXPECT_EQ(outline(open, NAN, kLxStrokeMitre).words.size(), outline(open, NAN, bevel).words.size());
 }
 
 TEST(PathOutline, EmptyPathHasAnEmptyOutline) {

@@ -125,7 +125,9 @@ TEST(MorphCommand, FailsWithOneLineThatNamesTheCulprit) {
         {"0 0 1 1 0 0 1 1\n\n1 2 3 4 5 6 7 8 9\n",
          ":3: expected eight whole numbers: sx0 sy0 sx1 sy1 tx0 ty0 tx1 ty1\n"},
         {"0 0 1 1 0 0 1 99999999\n", ":1: expected eight whole numbers: sx0 sy0 sx1 sy1 tx0 ty0 tx1 ty1\n"},
-        {"5 5 5 5 0 0 1 1\n", ":1: the line has no length\n"},
+        {"0 0 1 1 0 0 1 -16001\n", ":1: expected eight whole numbers: sx0 sy0 sx1 sy1 tx0 ty0 tx1 ty1\n"},
+        {"5 5 5 5 0 0 1 1\n", ":1: a line has no length\n"},
+        {"0 0 1 1 7 5 7 5\n", ":1: a line has no length\n"},
     };
     for (const auto &c : cases) {
         const Scene scene(columnsPng(), c.text);
