@@ -12,7 +12,6 @@ void addColourForms(VectorForms &forms);
 void addGainForms(VectorForms &forms);
 
 // Ways between layouts, as in VectorForms.
-void component(uint8_t *plane, const uint8_t *pixels, size_t step, size_t number, size_t count);
 void rgbToRgba(uint8_t *rgba, const uint8_t *rgb, size_t pixels);
 void rgbaToRgb(uint8_t *rgb, const uint8_t *rgba, size_t pixels);
 void aToRgba(uint8_t *rgba, const uint8_t *a, size_t pixels);

@@ -46,19 +46,24 @@ PixelWeight weighingOf(const Plan &plan, bool masked) {
     return full ? PixelWeight::alpha : PixelWeight::alphaAndOpacity;
 }
 
-// Whether the pixel functions serve. UserColor's alpha under a mask is not theirs; results of one byte are,
-// where b's alpha weighs.
-bool servesWholePixels(const Plan &plan, bool masked) {
+// Whether the pixel functions serve. UserColor's alpha under a mask is not theirs. Functions of two pictures
+// of three bytes are faster by lanes, which leave no room for an alpha, while the weight is one for all.
+// Results of one byte are theirs where b's alpha weighs.
+bool servesWholePixels(const Plan &plan, bool masked, const VectorForms &forms) {
     const Family family = plan.mode->family;
     if (!writesEverything(plan) || family == Family::fixed || (masked && family == Family::userColor))
         return false;
     const PixelWeight weighing = weighingOf(plan, masked);
-    if (plan.cell.out == Layout::rgb && plan.cell.b == Layout::rgb && family == Family::functional &&
-        (weighing == PixelWeight::full || weighing == PixelWeight::constant))
-        return false;
-    return plan.cell.out != Layout::a ||
-           (plan.rule.source == 0 &&
-            (weighing == PixelWeight::alpha || weighing == PixelWeight::alphaAndOpacity));
+    switch (plan.cell.out) {
+    case Layout::a:
+        return forms.pixelsMakeSingleBytes && plan.rule.source == 0 &&
+               (weighing == PixelWeight::alpha || weighing == PixelWeight::alphaAndOpacity);
+    case Layout::rgb:
+        return plan.cell.b != Layout::rgb || family != Family::functional ||
+               (weighing != PixelWeight::full && weighing != PixelWeight::constant);
+    default:
+        return true;
+    }
 }
 
 // Whether rows of the result are rows of b, byte by byte.
@@ -103,7 +108,7 @@ bool Pipeline::serves(const Plan &plan, uint32_t width, uint32_t height) {
 Pipeline::Pipeline(const Plan &plan, bool masked, uint32_t width)
     : plan_(plan), forms_(vectorForms()), masked_(masked), step_(stepOf(plan.cell.out)),
       writesAll_(writesEverything(plan)), skipsAtZero_(plan.skipsAtZero()),
-      copiesRows_(lx::copiesRows(plan, masked)), wholePixels_(servesWholePixels(plan, masked)),
+      copiesRows_(lx::copiesRows(plan, masked)), wholePixels_(servesWholePixels(plan, masked, forms_)),
       weighing_(weighingOf(plan, masked)) {
     if (wholePixels_ || copiesRows_)
         return;

@@ -302,8 +302,6 @@ void walkAny(Walk walk, uint8_t *out, const PixelInputs &in, size_t pixels) {
         if (in.outLayout == Layout::rgb) {
             rgbaToRgb(block.a, block.out, count); // padded
             __builtin_memcpy(out, block.a, 3 * count);
-        } else if (in.outLayout == Layout::a) {
-            component(out, block.out, 4, 0, count);
         } else {
             __builtin_memcpy(out, block.out, 4 * count);
         }
@@ -336,6 +334,9 @@ void addPixelForms(VectorForms &forms) {
     at(Mode::userColor) = blend<Summed>;
     at(Mode::grayscale) = blend<Mixed<Luminance>>;
     at(Mode::noName08) = at(Mode::noName09) = at(Mode::noName10) = blend<Mixed<Constant>>;
+#if defined(__AVX2__)
+    forms.pixelsMakeSingleBytes = true;
+#endif
 }
 
 } // namespace lx::LX_VECTOR_NAMESPACE

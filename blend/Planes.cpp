@@ -66,6 +66,10 @@ void componentOf(uint8_t *plane, const uint8_t *pixels, size_t number, size_t co
     everyByte<step>(plane + done, pixels + done * step + number, count - done);
 }
 
+void component(uint8_t *plane, const uint8_t *pixels, size_t step, size_t number, size_t count) {
+    (step == 3 ? componentOf<3> : componentOf<4>)(plane, pixels, number, count);
+}
+
 void fold(uint8_t *plane, const uint8_t *alpha, const uint8_t *mask, size_t pixels) {
     forEachVector(plane, pixels, [=](size_t i) {
         const Bytes x = load(alpha + i), m = load(mask + i);
@@ -200,10 +204,6 @@ void spread3(uint8_t *lanes, const uint8_t *plane, size_t pixels) {
 }
 
 } // namespace
-
-void component(uint8_t *plane, const uint8_t *pixels, size_t step, size_t number, size_t count) {
-    (step == 3 ? componentOf<3> : componentOf<4>)(plane, pixels, number, count);
-}
 
 void aToRgba(uint8_t *rgba, const uint8_t *a, size_t pixels) {
     for (size_t i = 0; i < pixels; ++i) {

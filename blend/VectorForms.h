@@ -37,8 +37,7 @@ enum class PixelWeight : uint8_t {
     told             // in a plane
 };
 
-// Whole pixels in any layout, blended into a result of three or four bytes in one pass, or of one where an
-// alpha weighs.
+// Whole pixels in any layout, blended into a result of three or four bytes in one pass.
 struct PixelInputs {
     const uint8_t *a, *b;
     Layout outLayout, aLayout, bLayout;
@@ -72,6 +71,9 @@ struct VectorForms {
     // All that a mode does to pixels of which every component is written; null for the modes that write a
     // colour without a weight, and for those of which `tables` or `colours` make a new b first.
     void (*pixels[modeCount])(uint8_t *out, const PixelInputs &in, size_t pixels);
+
+    // Whether results of one byte, too, are theirs where b's alpha weighs.
+    bool pixelsMakeSingleBytes;
 
     // The functions that are tables of b or of pairs, over lanes; where pixels have an alpha, that is b's.
     // Null for the other modes.
