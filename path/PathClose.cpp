@@ -1,7 +1,10 @@
 // Paths: the closing test, and mending what it finds open.
 
+#include <algorithm>
 #include <cmath>
+#include <new>
 #include <optional>
+#include <vector>
 
 #include "path/Path.h"
 #include "path/PathIndex.h"
@@ -19,20 +22,41 @@ struct ClosingTest {
     LxPointD gapStart = {}; // where that line leads
 };
 
+// A place in the words where a line is missing, and where that line leads.
+struct Gap {
+    int32_t position;
+    LxPointD start;
+};
+
 class ClosingWalk {
 public:
     ClosingWalk(const LxPath &path, bool stopAtGap) : path_(path), stopAtGap_(stopAtGap) {}
 
     ClosingTest run() {
-        int64_t position = 0;
-        while (position < path_.count) {
-            const int64_t step = readItem(static_cast<int32_t>(position));
+        while (position_ < path_.count) {
+            const int64_t step = readItem(static_cast<int32_t>(position_));
             if (step == 0)
                 break;
-            position += step;
+            position_ += step;
             ++item_;
         }
         return test_;
+    }
+
+    // All gaps up to the first item that the index walk would step over by another size, as they are once the
+    // line of each is there.
+    std::vector<Gap> gaps() {
+        std::vector<Gap> found;
+        gaps_ = &found;
+        while (position_ < path_.count) {
+            const uint32_t tag = path_.words[position_];
+            const int64_t step =
+                tag == kLxPathArc || tag == kLxPathPolygon ? 0 : readItem(static_cast<int32_t>(position_));
+            if (step == 0)
+                break;
+            position_ += step;
+        }
+        return found;
     }
 
 private:
@@ -79,7 +103,7 @@ private:
 
     bool passMove(const LxPointD &point) {
         if (start_) {
-            const bool reached = startReached();
+            const bool reached = startReached() || lineIsAdded();
             if (!reached && stopAtGap_)
                 return stopHere();
             if (reached && !hasClose_)
@@ -97,7 +121,7 @@ private:
         // A close in front of any move has nothing to return to.
         if (!start_)
             return true;
-        const bool reached = startReached();
+        const bool reached = startReached() || lineIsAdded();
         if (!reached && stopAtGap_)
             return stopHere();
         if (reached && !counted_) {
@@ -115,6 +139,15 @@ private:
         return start_->x == end_.x && start_->y == end_.y;
     }
 
+    // Where gaps are collected, notes one and goes on behind its line.
+    bool lineIsAdded() {
+        if (gaps_ == nullptr)
+            return false;
+        gaps_->push_back({static_cast<int32_t>(position_), *start_});
+        end_ = *start_;
+        return true;
+    }
+
     bool stopHere() {
         test_.gap = item_;
         test_.gapStart = *start_;
@@ -124,6 +157,8 @@ private:
     const LxPath &path_;
     const bool stopAtGap_;
     ClosingTest test_;
+    std::vector<Gap> *gaps_ = nullptr;
+    int64_t position_ = 0;
     int32_t item_ = 0;
     std::optional<LxPointD> start_; // of the current subpath; none before the first move
     LxPointD end_ = {};             // the latest end point
@@ -135,9 +170,38 @@ bool isClosed(const ClosingTest &test) {
     return !test.unknown && test.moves == test.closed;
 }
 
+// Adds the lines of many gaps at once. False, and nothing changed, without memory.
+bool fill(LxPath &path, const std::vector<Gap> &gaps) {
+    constexpr int32_t lineWords = 3;
+    const auto added = lineWords * static_cast<int64_t>(gaps.size());
+    if (!ensureRoom(path, path.count + added))
+        return false;
+    uint32_t *end = path.words + path.count;
+    uint32_t *to = end + added;
+    for (auto gap = gaps.rbegin(); gap != gaps.rend(); ++gap) {
+        uint32_t *const behind = path.words + gap->position;
+        to = std::copy_backward(behind, end, to) - lineWords;
+        write(to, lineItem(gap->start.x, gap->start.y));
+        end = behind;
+    }
+    path.count += static_cast<int32_t>(added);
+    return true;
+}
+
+// Mends the path as far as lines can be added without a new walk for each, and answers how many were.
+int32_t mendAtOnce(LxPath &path) {
+    try {
+        const std::vector<Gap> gaps = ClosingWalk(path, false).gaps();
+        return fill(path, gaps) ? static_cast<int32_t>(gaps.size()) : 0;
+    } catch (const std::bad_alloc &) {
+        return 0;
+    }
+}
+
 bool closeAndMend(LxPath &path) {
     int32_t lastGap = -1;
-    for (int32_t gapsLeft = path.count;; --gapsLeft) {
+    const int32_t mostGaps = path.count;
+    for (int32_t gapsLeft = mostGaps - mendAtOnce(path);; --gapsLeft) {
         const ClosingTest test = ClosingWalk(path, true).run();
         if (test.gap < 0)
             return isClosed(test);

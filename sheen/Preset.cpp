@@ -68,11 +68,20 @@ size_t distanceBetween(std::string_view a, std::string_view b) {
                              const std::vector<std::string_view> &valid) {
     if (word.size() > longestQuoted)
         throw PresetError(joined({"unknown ", what, " ", quoted(word)}));
-    const auto nearest =
-        std::min_element(valid.begin(), valid.end(), [&](std::string_view a, std::string_view b) {
-            return distanceBetween(word, a) < distanceBetween(word, b);
-        });
-    throw PresetError(joined({"unknown ", what, " ", quoted(word), "; the nearest is ", quoted(*nearest)}));
+    std::string_view nearest;
+    size_t least = std::string_view::npos;
+    for (const std::string_view candidate : valid) {
+        // Each letter that one word has more costs a change at least.
+        const size_t longer = std::max(word.size(), candidate.size());
+        if (longer - std::min(word.size(), candidate.size()) >= least)
+            continue;
+        const size_t distance = distanceBetween(word, candidate);
+        if (distance < least) {
+            least = distance;
+            nearest = candidate;
+        }
+    }
+    throw PresetError(joined({"unknown ", what, " ", quoted(word), "; the nearest is ", quoted(nearest)}));
 }
 
 double numberOf(std::string_view key, std::string_view text) {

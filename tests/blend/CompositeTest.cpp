@@ -172,6 +172,20 @@ TEST(Composite, ATiledSourceAndNullsChangeNothing) {
     EXPECT_EQ(pictureOf(b), letters);
 }
 
+TEST(Composite, ImagesWithoutPixelsChangeNothing) {
+    LxBlend blend = copying();
+    const ImageHandle out = makePicture(dots), a = makePicture(letters), b = makePicture(letters);
+    const ImageHandle none(LxImage_CreateEx(kLxPixelA, 0, 0, 6, 3, nullptr, 8, 0, 0, 0));
+    LxBlend_Image_Image_Image(&blend, none.get(), a.get(), b.get(), nullptr, nullptr);
+    LxBlend_Image_Image_Image(&blend, out.get(), none.get(), b.get(), nullptr, nullptr);
+    LxBlend_Image_Image_Image(&blend, out.get(), a.get(), none.get(), nullptr, nullptr);
+    LxBlend_Image_Image_Image(&blend, out.get(), a.get(), b.get(), none.get(), nullptr); // a mask
+    LxBlend_Image(&blend, none.get(), nullptr, nullptr);
+    EXPECT_EQ(pictureOf(out), dots);
+    EXPECT_EQ(pictureOf(a), letters);
+    EXPECT_EQ(pictureOf(b), letters);
+}
+
 TEST(Composite, ImagesInTheirRecordKeepTheirAddressing) {
     // Only the pixel (1, 1) overlaps, and the record shows its first pixel there.
     LxBlend blend = copying();

@@ -104,6 +104,16 @@ TEST(Memory, CountsBlocksHandedOut) {
     EXPECT_EQ(allocationCount(), before);
 }
 
+TEST(Memory, ASecondStartKeepsTheCount) {
+    endMemory();
+    startMemory();
+    EXPECT_EQ(allocationCount(), 0) << "the first start after an end counts anew";
+    void *const block = LxMem_malloc(1);
+    startMemory();
+    EXPECT_EQ(allocationCount(), 1);
+    LxMem_free(block);
+}
+
 TEST(Memory, CallocZeroesBlocksOfEverySize) {
     for (const uint32_t size : {1u, 16u, 1024u, 1025u, 100000u}) {
         void *dirty = LxMem_malloc(size);

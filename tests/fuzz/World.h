@@ -100,7 +100,7 @@ public:
 
 private:
     static constexpr int32_t pathCount = 3;
-    static constexpr int32_t mostWords = 20'000;
+    static constexpr int32_t mostWords = 4'000;
 
     bool isRare() { return input.below(32) == 0; }
 

@@ -1,13 +1,13 @@
-// Any bytes as a stranger's SVG file, played onto a small picture.
+// Any bytes as a stranger's SVG text, played onto a small picture.
 
-#include "tests/fuzz/MemoryFile.h"
+#include <string_view>
+
 #include "tools/Failure.h"
 #include "tools/ImageHandle.h"
 #include "tools/SvgDrawing.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size) {
-    static lx::fuzz::MemoryFile file;
-    const lx::XmlTree tree(file.store(data, size).c_str());
+    const auto tree = lx::XmlTree::ofText(std::string_view(reinterpret_cast<const char *>(data), size));
     if (!tree.root())
         return 0;
     const tool::ImageHandle image(LxImage_Create(kLxPixelRGBA, 0, 0, 32, 32, 1, 0));

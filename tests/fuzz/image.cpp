@@ -15,7 +15,7 @@ namespace {
 Handle<LxImage> makeImage(Input &input) {
     const int32_t type = input.below(8), flipped = input.below(2), clear = input.below(2);
     const int32_t x = input.byte() / 8, y = input.byte() / 8;
-    const int32_t width = input.byte() / 4, height = input.byte() / 4; // also none
+    const int32_t width = input.below(40), height = input.below(40); // also none
     Handle<LxImage> image(LxImage_Create(type, x, y, x + width, y + height, clear, flipped));
     if (clear == 0)
         LxImage_Fill(image.get(), LxColor_RGBA(input.byte(), input.byte(), input.byte(), input.byte()));
@@ -29,7 +29,7 @@ constexpr Call readMarks = [](World &world) {
     LxImage_SetPixelAt(image, 0, 0, marker);
     for (int32_t i = world.input.below(10); i > 0; --i) {
         const bool isColumn = world.input.below(2) == 0;
-        const int32_t place = world.input.below(64);
+        const int32_t place = world.input.below(40);
         LxImage_SetPixelAt(image, isColumn ? 2 : place, isColumn ? place : 2, marker);
     }
     LxImage_ReadSegmentMarks(image);

@@ -7,6 +7,8 @@
 #include <oxlume/LxGC.h>
 #include <oxlume/LxGradient.h>
 
+#include "gc/Context.h"
+#include "gc/Renderer.h"
 #include "image/Image.h"
 #include "tests/gc/Recorder.h"
 #include "tests/support/ImageHandle.h"
@@ -141,6 +143,26 @@ TEST_F(ImageDrawing, ASecondRendererDrawsTheSameOnceMore) {
     EXPECT_EQ(recorder.take(), (Calls{"path (M 2 3.5, L 6 3.5)"}));
     image_.reset(); // While the kinds are there to delete their renderer.
     EXPECT_EQ(recorder.take(), (Calls{"delete 6"}));
+}
+
+TEST_F(ImageDrawing, ARenderersPixelIsBlendedIntoTheImage) {
+    LxRenderer *const renderer = gc_->renderers[0];
+    const LxColor color = LxColor_RGBA_White;
+    const LxBlend blend = LxBlend(2, 255);
+    renderer->pixel(renderer, 3, 1, &color, &blend);
+    renderer->pixel(renderer, 8, 1, &color, &blend); // outside
+    EXPECT_EQ(take(), (Picture{"........", "...#....", "........", "........", "........", "........"}));
+}
+
+TEST_F(ImageDrawing, ACopyOfAnImageWithAContextHasOneOfItsOwn) {
+    const ImageHandle image(LxImage_Create(kLxPixelRGBA, 0, 0, 4, 4, 1, 0));
+    const LxGC *const gc = LxImage_GC(image.get());
+    const ImageHandle copy(LxImage_Copy(image.get()));
+    ASSERT_NE(copy->gc, nullptr) << "made by the copying";
+    EXPECT_NE(copy->gc, gc);
+    LxGC_Fill(LxImage_GC(copy.get()), LxColor_RGBA_White);
+    EXPECT_EQ(static_cast<const uint8_t *>(LxImage_ConstData(image.get()))[0], 0);
+    EXPECT_EQ(static_cast<const uint8_t *>(LxImage_ConstData(copy.get()))[0], 255);
 }
 
 TEST(ImageContexts, OfNoImageDrawNothing) {

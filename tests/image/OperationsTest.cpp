@@ -281,6 +281,18 @@ TEST(ImageChequerboard, FollowsTheBitsOfTheMask) {
     LxImage_GenerateChequerboard(nullptr, 1, one, two);
 }
 
+TEST(ImageOperations, ImagesWithoutPixelsStayWithout) {
+    for (const int32_t type : {0, 1, 2, 3, 4, 5}) {
+        const ImageHandle none(LxImage_CreateEx(type, 0, 0, 6, 3, nullptr, 24, 0, 1, 0));
+        LxImage_Fill(none.get(), colorOf(1, 2, 3, 4));
+        LxImage_Clear(none.get());
+        LxImage_PremultiplyAlpha(none.get(), 1);
+        LxImage_GenerateChequerboard(none.get(), 1, colorOf(1, 2, 3, 4), colorOf(5, 6, 7, 8));
+        EXPECT_EQ(LxImage_Data(none.get()), nullptr);
+        EXPECT_EQ(LxImage_Pointer(none.get(), 0, 0), nullptr);
+    }
+}
+
 TEST(ImageReserved, EntryPointsDoNothing) {
     const ImageHandle image = makeImage(kLxPixelRGBA, 3, 3);
     storeNines(image);

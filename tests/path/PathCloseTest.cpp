@@ -2,11 +2,13 @@
 #include "path/Path.h"
 
 #include <cmath>
+#include <ctime>
 #include <limits>
 
 #include <gtest/gtest.h>
 
 #include "tests/path/PathStream.h"
+#include "tests/support/NoMemory.h"
 #include "tests/support/Random.h"
 
 using namespace lx;
@@ -184,6 +186,118 @@ TEST(PathClose, MendedPathsAreClosed) {
         EXPECT_EQ(LxPath_Close(path.get(), 1), 1) << stream;
         EXPECT_EQ(LxPath_isClosed(path.get()), 1) << stream;
     }
+}
+
+TEST(PathClose, MendingAddsALineAtEachGapAndNothingElse) {
+    Random random(5);
+    for (int round = 0; round < 300; ++round) {
+        Stream stream, expected;
+        float startX = 0, startY = 0, endX = 0, endY = 0;
+        const auto comeBack = [&] {
+            if (endX != startX || endY != startY)
+                expected.line(startX, startY);
+            endX = startX;
+            endY = startY;
+        };
+        const auto both = [&](auto add) {
+            add(stream);
+            add(expected);
+        };
+        const auto coordinate = [&] { return static_cast<float>(random.integer(0, 2)); };
+        for (int i = random.integer(1, 200); i > 0; --i) {
+            const float x = coordinate(), y = coordinate();
+            switch (random.integer(0, i == 1 ? 0 : 5)) {
+            case 0:
+                comeBack();
+                both([](Stream &to) { to.close(); });
+                continue;
+            case 1:
+                comeBack();
+                both([&](Stream &to) { to.move(x, y); });
+                startX = x;
+                startY = y;
+                break;
+            case 2:
+                both([](Stream &to) { to.zeros(2); });
+                continue;
+            case 3:
+                both([&](Stream &to) { to.qcurve(7, 7, x, y); });
+                break;
+            case 4:
+                both([&](Stream &to) { to.curve(7, 7, 8, 8, x, y); });
+                break;
+            default:
+                both([&](Stream &to) { to.line(x, y); });
+                break;
+            }
+            endX = x;
+            endY = y;
+        }
+        // A move in front makes all of it one path with a start.
+        const PathHandle path = Stream().move(0, 0).path();
+        LxPath_Add(path.get(), stream.path().get());
+        LxPath_Close(path.get(), 1);
+        Stream whole = Stream().move(0, 0);
+        whole.words.insert(whole.words.end(), expected.words.begin(), expected.words.end());
+        ASSERT_EQ(Stream(path), whole) << round;
+        ASSERT_EQ(path->capacity, (path->count + 255) / 256 * 256);
+        for (int32_t i = path->count; i < path->capacity; ++i)
+            ASSERT_EQ(path->words[i], 0u);
+    }
+}
+
+TEST(PathClose, MendingGoesOnBehindAnArcLineByLine) {
+    // The arc is read as five words and three that are nothing, so that the second gap is in front of item 9;
+    // the index counts the arc once and comes to the end.
+    const Stream arc = Stream().arc(3, 3, 4, 4, 0, 0, 0).line(2, 2).close();
+    Stream before = Stream().move(0, 0).line(1, 0).close();
+    Stream after = Stream().move(0, 0).line(1, 0).line(0, 0).close();
+    for (Stream *stream : {&before, &after})
+        stream->words.insert(stream->words.end(), arc.words.begin(), arc.words.end());
+    const PathHandle path = before.path();
+    EXPECT_EQ(LxPath_Close(path.get(), 1), 0);
+    EXPECT_EQ(Stream(path), after.line(0, 0));
+}
+
+TEST(PathClose, MendingTakesTimeInProportion) {
+    // With a walk from the beginning for each gap this would take a minute.
+    constexpr int subpaths = 100'000;
+    Stream stream;
+    for (int i = 0; i < subpaths; ++i)
+        stream.move(0, 0).line(1, static_cast<float>(i)).close();
+    const PathHandle path = stream.path();
+    const std::clock_t start = std::clock();
+    EXPECT_EQ(LxPath_Close(path.get(), 1), 1);
+    EXPECT_LT(std::clock() - start, 2 * CLOCKS_PER_SEC);
+    EXPECT_EQ(path->count, subpaths * (3 + 3 + 3 + 1));
+}
+
+TEST(PathClose, WithoutMemoryForTheLineThePathStaysOpen) {
+    Stream full; // 3 words, 84 times 3, and 1: the array's 256
+    full.move(0, 0);
+    for (int i = 0; i < 84; ++i)
+        full.line(1, static_cast<float>(i));
+    full.close();
+    const PathHandle path = full.path();
+    ASSERT_EQ(path->capacity, path->count);
+    {
+        const NoMemory shortage;
+        EXPECT_EQ(LxPath_Close(path.get(), 1), 0);
+    }
+    EXPECT_EQ(Stream(path), full);
+    EXPECT_EQ(LxPath_Close(path.get(), 1), 1);
+}
+
+TEST(PathClose, PolygonWithoutItsNumberEndsTheTest) {
+    Stream full; // 3 words and 84 times 3, and the tag in the array's last
+    full.move(0, 0);
+    for (int i = 0; i < 84; ++i)
+        full.line(0, 0);
+    full.word(6);
+    const PathHandle path = full.path();
+    ASSERT_EQ(path->capacity, path->count);
+    EXPECT_EQ(LxPath_isClosed(path.get()), 0) << "the move was never closed";
+    EXPECT_EQ(LxPath_Info(path.get(), nullptr).points, 85);
 }
 
 TEST(PathClose, NullPathAnswersNo) {

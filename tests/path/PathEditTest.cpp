@@ -252,8 +252,10 @@ TEST(PathEdit, NullPathsAreIgnored) {
     EXPECT_EQ(LxPath_ReplaceByPolygonTo(nullptr, 0, two, 2), nullptr);
     LxPath_RemoveItem(nullptr, 0);
     const PathHandle path = moveLineLine().path();
-    EXPECT_EQ(LxPath_InsertPolygonTo(path.get(), 0, nullptr, 2), nullptr);
-    EXPECT_EQ(LxPath_ReplaceByPolygonTo(path.get(), 0, nullptr, 2), nullptr);
+    for (const int32_t n : {1, 2}) {
+        EXPECT_EQ(LxPath_InsertPolygonTo(path.get(), 0, nullptr, n), nullptr);
+        EXPECT_EQ(LxPath_ReplaceByPolygonTo(path.get(), 0, nullptr, n), nullptr);
+    }
     EXPECT_EQ(Stream(path), moveLineLine());
 }
 

@@ -253,6 +253,20 @@ TEST(PathIterator, QuadraticGivesThirtyTwoSegmentsHoweverShort) {
     EXPECT_EQ(log.segments[31].y1, 0);
 }
 
+TEST(PathIterator, QuadraticMayStartAnywhere) {
+    const Log log = walk(Stream().move(4, -8).qcurve(12, 8, 36, -24));
+    ASSERT_EQ(log.segments.size(), 32u);
+    expectLine(log.segments[0], 4, -8, log.segments[0].x1, log.segments[0].y1);
+    for (int i = 1; i < 32; ++i) {
+        // Exact again: the three points weigh (1 - t)^2, 2 t (1 - t) and t^2.
+        const double t = i / 32.0, s = 1 - t;
+        EXPECT_EQ(log.segments[i].x0, 4 * s * s + 12 * 2 * t * s + 36 * t * t);
+        EXPECT_EQ(log.segments[i].y0, -8 * s * s + 8 * 2 * t * s - 24 * t * t);
+    }
+    EXPECT_EQ(log.segments[31].x1, 36);
+    EXPECT_EQ(log.segments[31].y1, -24);
+}
+
 TEST(PathIterator, CubicIsCutByTheSquareRootOfItsExtent) {
     // In y: c = 0, b = 3 * 32 = 96, a = 96 - 96 = 0, so M = 96, and its root + 0.5 is 10.29...
     const IteratorHandle iterator = loggingIterator();

@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <oxlume/LxPathIterator.h>
 
+#include "path/PathIterator.h"
 #include "tests/path/PathStream.h"
 #include "tests/support/Random.h"
 
@@ -120,4 +121,40 @@ TEST(PathSafety, EditsStayInsideAnyWords) {
             expectWhole(*path);
         }
     }
+}
+
+// A polygon of 200 points fills 402 words. A path that becomes a short one on the way has but 256, from 0 to
+// 255, and so the points behind the first 127, which end at word 255, are gone.
+TEST(PathSafety, WalksEndWhereACallbackReplacesThePathInAPolygon) {
+    static PathHandle path, shorter;
+    static int calls;
+    shorter = Stream().close().path();
+    const auto begin = [] {
+        path = emptyPath();
+        LxPath_PolygonTo(path.get(), std::vector<LxPointD>(200).data(), 200);
+        ASSERT_EQ(path->capacity, 512);
+        calls = 0;
+    };
+    static const auto call = [] {
+        if (++calls == 3)
+            LxPath_Copy(path.get(), shorter.get());
+    };
+    LxPathIterator *const iterator = LxPath_CreateIterator();
+    const LxPathSegmentCallback onOneSegment = [](LxPathIterator *, const LxPointD *, const LxPointD *) {
+        call();
+    };
+    LxPathIterator_SetCallback(iterator, kLxPathOnSegment, reinterpret_cast<LxPathCallback>(onOneSegment));
+    begin();
+    LxPath_IterateConst(path.get(), iterator, nullptr, nullptr, nullptr);
+    EXPECT_EQ(calls, 127);
+
+    const MutablePointSlot onPoint = [](LxPathIterator *, float *, float *) { call(); };
+    // Through a plain function type: the slot's own type differs from the one that it holds here.
+    iterator->lineTo = reinterpret_cast<decltype(iterator->lineTo)>(reinterpret_cast<void (*)()>(onPoint));
+    begin();
+    LxPath_Iterate(path.get(), iterator, nullptr, nullptr, nullptr);
+    EXPECT_EQ(calls, 127);
+    LxPath_DeleteIterator(iterator);
+    path.reset();
+    shorter.reset();
 }

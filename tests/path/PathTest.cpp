@@ -8,6 +8,7 @@
 
 #include "foundation/Memory.h"
 #include "tests/path/PathStream.h"
+#include "tests/support/NoMemory.h"
 #include "tests/support/Random.h"
 
 using namespace lx;
@@ -266,8 +267,10 @@ TEST(Path, PolygonBeyondAllMemoryChangesNothing) {
     const PathHandle path = Stream().move(1, 2).path();
     LxPath_PolygonTo(path.get(), triangle, std::numeric_limits<int32_t>::max());
     EXPECT_EQ(Stream(path), Stream().move(1, 2));
-    LxPath_PolygonTo(path.get(), nullptr, 2);
-    EXPECT_EQ(Stream(path), Stream().move(1, 2));
+    for (const int32_t n : {1, 2}) {
+        LxPath_PolygonTo(path.get(), nullptr, n);
+        EXPECT_EQ(Stream(path), Stream().move(1, 2));
+    }
 }
 
 TEST(Path, NullPathsAreIgnored) {
@@ -288,24 +291,6 @@ TEST(Path, NullPathsAreIgnored) {
     LxPath_PolygonTo(nullptr, triangle, 3);
     LxPath_AddClose(nullptr);
 }
-
-namespace {
-
-// While one lives, the allocator gives nothing.
-class NoMemory {
-public:
-    NoMemory() {
-        static constexpr SystemAllocator failing = {
-            [](size_t) -> void * { return nullptr; },
-            [](size_t, size_t) -> void * { return nullptr; },
-            [](void *, size_t) -> void * { return nullptr; },
-        };
-        setSystemAllocator(&failing);
-    }
-    ~NoMemory() { setSystemAllocator(nullptr); }
-};
-
-} // namespace
 
 TEST(Path, ItemsForWhichThereIsNoMemoryAreNotAdded) {
     const PathHandle path = emptyPath();

@@ -71,6 +71,11 @@ TEST_F(XmlTreeFile, UrlsAreUnescapedAndPathsAreNot) {
     EXPECT_TRUE(XmlTree(("file://" + escaped).c_str()).root());
     EXPECT_TRUE(XmlTree(("file://localhost" + escaped).c_str()).root());
     EXPECT_TRUE(XmlTree(("file:" + escaped).c_str()).root());
+    for (const char *dot : {"%2E", "%2e"}) {
+        std::string dotted = escaped;
+        dotted.replace(dotted.rfind('.'), 1, dot);
+        EXPECT_TRUE(XmlTree(("file://" + dotted).c_str()).root()) << dot;
+    }
     EXPECT_FALSE(XmlTree(("file://" + file_).c_str()).root()); // "%41" is an A there.
     EXPECT_FALSE(XmlTree(escaped.c_str()).root());
     for (const char *url : {"file:", "file://", "file://host", "file:///%", "file:///%4", "file:///%zz", "",

@@ -338,6 +338,20 @@ TEST(Descriptor, LayerAtCountsFromTheFirstEnabledLayer) {
     EXPECT_EQ(d.LayerAt({8, 8}), -1) << "a first height not above -1 is nobody's";
     d.Layer(2)->compositeMode = compositeLarger;
     EXPECT_EQ(d.LayerAt({8, 8}), 1);
+    d.Layer(1)->setEnabled(false);
+    d.Layer(2)->setEnabled(false);
+    EXPECT_EQ(d.LayerAt({8, 8}), -1) << "none is enabled";
+}
+
+TEST(Descriptor, AssignedToItselfKeepsItsPicture) {
+    LxSheenDescriptor d(16, 16);
+    d.AddLayer(sheet(0.5, red));
+    ASSERT_EQ(d.Render(), 1);
+    const LxImage *const picture = d.image.get();
+    const LxSheenDescriptor &same = d;
+    d = same;
+    EXPECT_EQ(d.image.get(), picture);
+    EXPECT_EQ(d.LayerCount(), 1);
 }
 
 TEST(Descriptor, CopiesHaveTheLayersAndNotThePictures) {

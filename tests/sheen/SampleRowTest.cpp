@@ -100,6 +100,22 @@ TEST(SampleRow, EqualsTheDefinitionForEachParameterAlone) {
     }
 }
 
+// Values between whole numbers come about where a record is made between two others.
+TEST(SampleRow, EqualsTheDefinitionBetweenWholeNumbers) {
+    for (uint32_t i = 0; i < kSheenParameterCount; ++i) {
+        if (sheenParameters[i].step != 1)
+            continue;
+        for (const double above : {0.5, 1.25, 2.75}) {
+            LxSheenSurface surface;
+            if (i >= kNoiseZoom && i <= kNoiseNegClip)
+                surface.SetValue(kNoiseAmount, 0.9);
+            surface.values[i] = sheenParameters[i].minimum + above;
+            surface.Prepare();
+            expectEqualPictures(surface, 65, 33, static_cast<int>(i));
+        }
+    }
+}
+
 TEST(SampleRow, LeavesTheNoiseCacheAsTheDefinitionDoes) {
     for (const double amount : {1.0, -1.0}) {
         LxSheenSurface surface;

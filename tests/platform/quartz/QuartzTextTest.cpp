@@ -92,6 +92,21 @@ TEST(QuartzText, ReadsMacRoman) {
     }
 }
 
+TEST(QuartzText, ReadsMacRomanBeyondLatin1) {
+    // A dash as long as the size lies half way up the small letters, in few rows, and is longer than a
+    // hyphen.
+    Canvas dash(60, 40), hyphen(60, 40);
+    show(dash, 5, 30, "\xd1");
+    show(hyphen, 5, 30, "-");
+    int32_t rows = 0;
+    for (int32_t y = 0; y < 40; ++y)
+        rows += dash.inkInRow(y) > 0 ? 1 : 0;
+    EXPECT_GE(rows, 1);
+    EXPECT_LE(rows, 4);
+    EXPECT_GT(dash.ink(), 2 * hyphen.ink());
+    EXPECT_EQ(dash.inkInRow(30), 0) << "above its baseline";
+}
+
 TEST(QuartzText, DrawsAsManyBytesAsTold) {
     Canvas one(60, 40), two(60, 40), none(60, 40);
     show(one, 5, 30, "A");
