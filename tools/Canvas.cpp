@@ -14,7 +14,7 @@ namespace {
 class SoftwareCanvas : public Canvas {
 public:
     SoftwareCanvas(int32_t width, int32_t height) : picture_(makePicture(width, height)) {
-        if (context() == nullptr)
+        if (LxImage_GC(picture_.get()) == nullptr)
             throw Failure("not enough memory for the picture");
     }
     LxGC *context() const override { return LxImage_GC(picture_.get()); }

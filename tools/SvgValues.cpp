@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "foundation/Numeric.h"
 #include "tools/SvgColorNames.h"
 
 namespace tool {
@@ -19,7 +20,9 @@ bool isDigit(char c) {
 }
 
 LxRGBA rgba(double r, double g, double b, double a = 255) {
-    const auto byte = [](double value) { return static_cast<uint8_t>(std::clamp(value, 0.0, 255.0) + 0.5); };
+    const auto byte = [](double value) {
+        return static_cast<uint8_t>(lx::roundToInt32(std::clamp(value, 0.0, 255.0)));
+    };
     return LxColor_RGBA(byte(r), byte(g), byte(b), byte(a)).content.rgba;
 }
 
