@@ -1,8 +1,10 @@
 // The fast form agrees with the rules to the bit, on every level that this machine has.
 #include "blend/Pipeline.h"
 
+#include <algorithm>
 #include <cstdlib>
 #include <cstring>
+#include <sys/mman.h>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -56,6 +58,28 @@ struct Picture {
     }
     uint8_t *first() { return memory.data() + start; }
     uint8_t *row(uint32_t y) { return first() + int64_t{stride} * y; }
+};
+
+// Random bytes at the end of a page, behind which none can be read or written.
+class BytesAtTheEnd {
+public:
+    BytesAtTheEnd(Random &random, size_t size) : size_(size) {
+        memory_ = static_cast<uint8_t *>(
+            mmap(nullptr, 2 * page, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0));
+        mprotect(memory_ + page, page, PROT_NONE);
+        std::generate_n(first(), size_, [&] { return random.byte(); });
+    }
+    BytesAtTheEnd(const BytesAtTheEnd &) = delete;
+    BytesAtTheEnd &operator=(const BytesAtTheEnd &) = delete;
+    ~BytesAtTheEnd() { munmap(memory_, 2 * page); }
+
+    uint8_t *first() { return memory_ + page - size_; }
+    size_t size() const { return size_; }
+
+private:
+    static constexpr size_t page = 1 << 16; // a whole number of pages everywhere
+    uint8_t *memory_;
+    size_t size_;
 };
 
 void byRule(const LxBlend &blend, Cell cell, Picture &out, Picture &a, Picture &b, Picture *mask,
@@ -224,6 +248,37 @@ TEST_P(BlendPipeline, EveryTailAgrees) {
                 expectAgreement(random, blendOf(Mode::srcOver), cellOf(cell), masked, width, 1);
                 if (HasFatalFailure())
                     return;
+            }
+        }
+    }
+}
+
+TEST_P(BlendPipeline, TouchesNothingBehindItsPictures) {
+    Random random(50 + static_cast<uint64_t>(GetParam()));
+    for (int cell = 0; cell < 27; ++cell) {
+        for (const uint32_t width : {15u, 16u, 17u, 31u, 32u, 33u, 63u, 65u, 511u, 512u, 513u, 1000u}) {
+            for (int i = 0; i < 8; ++i) {
+                const LxBlend blend = LxBlend_WithChannel(random.integer(0, 43), random.byte(),
+                                                          random.coin() ? 6 : random.integer(1, 6));
+                const Cell layouts = cellOf(cell);
+                const bool masked = random.coin();
+                BytesAtTheEnd out(random, width * static_cast<size_t>(bytesOf(layouts.out))),
+                    a(random, width * static_cast<size_t>(bytesOf(layouts.a))),
+                    b(random, width * static_cast<size_t>(bytesOf(layouts.b))), mask(random, width);
+                std::vector<uint8_t> expected(out.first(), out.first() + out.size());
+                const unsigned seed = random.word();
+                const Plan plan = planOf(layouts, blend, masked);
+                std::srand(seed);
+                if (!plan.isEmpty())
+                    blendRowByRule(plan, expected.data(), a.first(), b.first(),
+                                   masked ? mask.first() : nullptr, width);
+                std::srand(seed);
+                LxBlend_SelectMapBlendFunction(static_cast<int>(layouts.out), static_cast<int>(layouts.a),
+                                               static_cast<int>(layouts.b))(
+                    &blend, out.first(), a.first(), b.first(), masked ? mask.first() : nullptr, 0, 0, 0, 0,
+                    width, 1);
+                ASSERT_TRUE(std::equal(expected.begin(), expected.end(), out.first()))
+                    << LxBlend_ModeName(LxBlend_Mode(&blend)) << ", cell " << cell << ", width " << width;
             }
         }
     }
