@@ -159,7 +159,8 @@ const uint8_t *gainOfProductTable() {
         std::array<uint8_t, 65536> made;
         for (int a = 0; a < 256; ++a) {
             for (int b = 0; b < 256; ++b)
-                made[static_cast<size_t>(a * 256 + b)] = gainOf(2 * a * b / 255, 1.0 - a * 0.00390625);
+                made[static_cast<size_t>(a) * 256 + static_cast<size_t>(b)] =
+                    gainOf(2 * a * b / 255, 1.0 - a * 0.00390625);
         }
         return made;
     }();

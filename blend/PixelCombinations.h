@@ -11,7 +11,7 @@
 namespace lx::LX_VECTOR_NAMESPACE {
 namespace {
 
-constexpr uint32_t alphaByte = 0xFF000000;
+inline constexpr uint32_t alphaByte = 0xFF000000;
 
 inline Bytes alphaBytes() {
     return (Bytes)splatLongs(alphaByte);
@@ -43,14 +43,14 @@ inline Words mixSum(Words f, Words c, Words weight) {
 
 // A function of this kind takes the first source whole, if at all.
 template <class Function>
-constexpr bool pairsComponents = true;
+inline constexpr bool pairsComponents = true;
 template <>
-constexpr bool pairsComponents<Source> = false;
+inline constexpr bool pairsComponents<Source> = false;
 template <>
-constexpr bool pairsComponents<Not> = false;
+inline constexpr bool pairsComponents<Not> = false;
 #if defined(__AVX2__)
 template <>
-constexpr bool pairsComponents<Gain> = false;
+inline constexpr bool pairsComponents<Gain> = false;
 #endif
 
 struct Luminance {
@@ -61,7 +61,7 @@ struct Luminance {
     }
 };
 template <>
-constexpr bool pairsComponents<Luminance> = false;
+inline constexpr bool pairsComponents<Luminance> = false;
 
 // A colour that is told.
 struct Constant {
@@ -71,15 +71,15 @@ struct Constant {
     }
 };
 template <>
-constexpr bool pairsComponents<Constant> = false;
+inline constexpr bool pairsComponents<Constant> = false;
 
 // The smaller of both alphas weighs, where b's would.
 template <class Function>
-constexpr bool smallerAlphaWeighs = false;
+inline constexpr bool smallerAlphaWeighs = false;
 template <>
-constexpr bool smallerAlphaWeighs<Overlay> = true;
+inline constexpr bool smallerAlphaWeighs<Overlay> = true;
 template <>
-constexpr bool smallerAlphaWeighs<BentOverlay> = true;
+inline constexpr bool smallerAlphaWeighs<BentOverlay> = true;
 
 template <class Function>
 struct Mixed {

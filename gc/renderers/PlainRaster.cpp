@@ -55,7 +55,7 @@ struct FreeMemory {
 using EdgePointers = std::unique_ptr<Edge *[], FreeMemory>;
 
 EdgePointers allocatePointers(size_t count) {
-    return EdgePointers(static_cast<Edge **>(LxMem_calloc(static_cast<uint32_t>(count), sizeof(Edge *))));
+    return EdgePointers(static_cast<Edge **>(LxMem_calloc(static_cast<uint32_t>(count), sizeof(void *))));
 }
 
 PlainStore &storeOf(LxRaster &raster) {
