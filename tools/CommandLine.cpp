@@ -20,13 +20,12 @@ namespace {
 // Adds a command that runs `function` with its arguments, which addOptions(command, arguments) binds to
 // options.
 template <class Arguments, class AddOptions>
-CLI::App &addCommand(CLI::App &program, const char *name, const char *help,
-                     void (*function)(const Arguments &), AddOptions addOptions) {
+void addCommand(CLI::App &program, const char *name, const char *help, void (*function)(const Arguments &),
+                AddOptions addOptions) {
     CLI::App *const command = program.add_subcommand(name, help);
     const auto arguments = std::make_shared<Arguments>();
     addOptions(*command, *arguments);
     command->callback([=] { function(*arguments); });
-    return *command;
 }
 
 void addOpacity(CLI::App &command, int &opacity) {
@@ -78,20 +77,21 @@ void addBlend(CLI::App &program) {
 }
 
 void addDraw(CLI::App &program) {
-    CLI::App &added = addCommand(
-        program, "draw", "Draw a picture by a script of context calls", draw,
-        [](CLI::App &command, DrawArguments &arguments) {
-            command
-                .add_option("SCRIPT", arguments.script, "Text file, at most 1 MiB: size W H, then commands")
-                ->required();
-            command.add_option("-o,--output", arguments.output, "PNG file to write")->required();
-            addRenderer(command, arguments.makeCanvas);
-            command.add_option("--seconds", arguments.seconds, "Give up after this time")
-                ->check(CLI::Range(1, 3600))
-                ->capture_default_str();
-        });
-    added.footer("One command a line; # begins a comment. Files are looked for beside the script.\n" +
-                 drawCommandList());
+    addCommand(program, "draw", "Draw a picture by a script of context calls", draw,
+               [](CLI::App &command, DrawArguments &arguments) {
+                   command
+                       .add_option("SCRIPT", arguments.script,
+                                   "Text file, at most 1 MiB: size W H, then commands")
+                       ->required();
+                   command.add_option("-o,--output", arguments.output, "PNG file to write")->required();
+                   addRenderer(command, arguments.makeCanvas);
+                   command.add_option("--seconds", arguments.seconds, "Give up after this time")
+                       ->check(CLI::Range(1, 3600))
+                       ->capture_default_str();
+                   command.footer(
+                       "One command a line; # begins a comment. Files are looked for beside the script.\n" +
+                       drawCommandList());
+               });
 }
 
 void addInfo(CLI::App &program) {
@@ -143,8 +143,7 @@ void addPath(CLI::App &program) {
                    command
                        .add_option("ITEMS", arguments.items,
                                    "Items such as \"M 0,0 L 10,0 Q 15,5 10,10 C 5,15 0,5 0,0 Z\", or by "
-                                   "name: \"move 0 0; line "
-                                   "10 0; close\"; - reads them from standard input")
+                                   "name: \"move 0 0; line 10 0; close\"; - reads them from standard input")
                        ->required();
                    command.add_option("--outline", arguments.outline, "Outline a stroke of this width")
                        ->type_name("WIDTH");
