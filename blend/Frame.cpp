@@ -104,7 +104,7 @@ private:
         left_ = on(0) ? extent(widths[0]) : on(3) ? extent(widths[3]) : 0;
         right_ = on(2) ? extent(widths[2]) : on(5) ? extent(widths[5]) : 0;
         const int64_t excess = left_ + right_ - areaW;
-        if (excess <= 0 || left_ == 1 || right_ == 1)
+        if (excess <= 0)
             return;
         // Both give one pixel at a time until they fit or one of them is down to its last; an end of no width
         // has none to give.

@@ -85,8 +85,7 @@ struct ModeTraits {
     ComponentFunction function; // of the functional modes, else null
     WeightSource weight = WeightSource::b;
     bool foldsMaskOnce = false; // where the weight is from b's alpha; the others fold the mask in twice
-    uint8_t colour[3] = {};     // of the fixed and constant modes
-    uint8_t single = 0;         // the same for a result of one byte
+    uint8_t colour[3] = {};     // of the fixed and constant modes; a result of one byte gets the first
 };
 
 // The row of `mode`, which must be below modeCount.

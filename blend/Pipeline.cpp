@@ -116,8 +116,7 @@ Pipeline::Pipeline(const Plan &plan, bool masked, uint32_t width)
     const ModeTraits &mode = *plan.mode;
     if (mode.family == Family::fixed || mode.family == Family::constant) {
         const uint8_t alpha = plan.rule.alpha == AlphaRule::opaque ? 255 : static_cast<uint8_t>(plan.opacity);
-        const uint8_t pixel[4] = {step_ == 1 ? mode.single : mode.colour[0], mode.colour[1], mode.colour[2],
-                                  alpha};
+        const uint8_t pixel[4] = {mode.colour[0], mode.colour[1], mode.colour[2], alpha};
         repeat(colourLanes_.bytes, pixel, step_, longest);
     }
     if (hasConstantWeight(plan, masked)) {
@@ -185,8 +184,6 @@ void Pipeline::blendPixels(const Run &run) {
     in.mask = run.mask;
     in.pixelsBehind = run.behind;
     std::memcpy(in.colour, mode.colour, sizeof mode.colour);
-    if (cell.out == Layout::a)
-        in.colour[0] = mode.single;
 
     // Where a is what is there, and so are its alphas, a weight of 0 makes of a pixel what is there.
     const bool unwrittenStays =

@@ -67,8 +67,6 @@ Colours resultOf(const Plan &plan, const Pixel &a, const Pixel &b) {
     switch (mode.family) {
     case Family::fixed:
     case Family::constant:
-        if (plan.cell.out == Layout::a)
-            return {mode.single, mode.single, mode.single};
         return {mode.colour[0], mode.colour[1], mode.colour[2]};
     case Family::hsv:
         return hsvOf(mode.mode, a, b);

@@ -128,6 +128,28 @@ TEST(BlendKernels, FloatsBecomeBytesWhateverTheBlend) {
     }
 }
 
+TEST(BlendKernels, FloatsFillTheRectangleAndNothingBeside) {
+    constexpr size_t width = 3, height = 2;
+    const float values[height][width + 1] = {{0.0f, 0.5f, 1.0f, -1.0f}, {1.0f, 0.0f, 0.5f, -1.0f}};
+    const uint8_t expected[height][width] = {{0, 127, 255}, {255, 0, 127}};
+    for (int32_t out = 0; out < 3; ++out) {
+        const size_t step = pixelOf(out, 0).size(), stride = width * step + 2;
+        Bytes result(height * stride, 9);
+        const auto kernel = LxBlend_SelectMapBlendFunction(out, out, kLxPixelF);
+        const LxBlend blend = LxBlend(2, 255);
+        const auto outStride = static_cast<int32_t>(stride);
+        kernel(&blend, result.data(), result.data(), values, nullptr, outStride, outStride, sizeof values[0],
+               0, width, height);
+        for (size_t y = 0; y < height; ++y) {
+            for (size_t i = 0; i < stride; ++i) {
+                const size_t x = i / step;
+                const int byte = x >= width ? 9 : step == 4 && i % 4 == 3 ? 255 : expected[y][x];
+                EXPECT_EQ(result[y * stride + i], byte) << out << ' ' << i << ' ' << y;
+            }
+        }
+    }
+}
+
 TEST(BlendKernels, PixelAndLineAgreeWithTheMap) {
     const Bytes b = {10, 200, 30, 127};
     for (int32_t out = 0; out < 3; ++out) {
