@@ -5,9 +5,8 @@
 // choose the instantiation. The functions of the mathematics library are called lane by lane, for they fix
 // bits too.
 
-#include "geometry/Noise.h"
+#include "sheen/NoiseVectors.h"
 #include "sheen/SampleRow.h"
-#include "sheen/Vector.h"
 
 namespace lx {
 namespace LX_VECTOR_NAMESPACE {
@@ -106,9 +105,7 @@ Certainty certaintyOf(const SheenValues &s) {
 // What a row keeps from vector to vector.
 struct RowState {
     Certainty certainty;
-    // The last cell of the plane's noise that a whole vector lay in: its key, and the cubic along x.
-    double cellX, cellY;
-    NoiseRow cell;
+    NoiseCell cell;
 };
 
 void twist(const SheenValues &s, Doubles &a, Doubles r) {
@@ -216,104 +213,6 @@ Doubles bentBy(const SheenValues &s, SheenIndex amount, SheenIndex shape, Double
     return c > 0.0 ? (1.0 + c) * w * c * 0.5 + 1.0 : (c - 1.0) * w * c * -0.5 + 1.0;
 }
 
-// The cubics of one row index per lane.
-struct Cubics {
-    Doubles a, b, c, d;
-};
-
-inline Cubics gather(const NoiseRow *rows, HalfWords index) {
-#if defined(__AVX2__)
-    static_assert(sizeof(NoiseRow) == 32);
-    const __m256d r0 = _mm256_loadu_pd(&rows[index[0]].a);
-    const __m256d r1 = _mm256_loadu_pd(&rows[index[1]].a);
-    const __m256d r2 = _mm256_loadu_pd(&rows[index[2]].a);
-    const __m256d r3 = _mm256_loadu_pd(&rows[index[3]].a);
-    const __m256d ac01 = _mm256_unpacklo_pd(r0, r1);
-    const __m256d bd01 = _mm256_unpackhi_pd(r0, r1);
-    const __m256d ac23 = _mm256_unpacklo_pd(r2, r3);
-    const __m256d bd23 = _mm256_unpackhi_pd(r2, r3);
-    return {_mm256_permute2f128_pd(ac01, ac23, 0x20), _mm256_permute2f128_pd(bd01, bd23, 0x20),
-            _mm256_permute2f128_pd(ac01, ac23, 0x31), _mm256_permute2f128_pd(bd01, bd23, 0x31)};
-#else
-    Cubics cubics;
-    for (int i = 0; i < doubleLanes; ++i) {
-        const NoiseRow &row = rows[index[i]];
-        cubics.a[i] = row.a;
-        cubics.b[i] = row.b;
-        cubics.c[i] = row.c;
-        cubics.d[i] = row.d;
-    }
-    return cubics;
-#endif
-}
-
-inline Doubles noise1D(Doubles x) {
-    // Unsigned, so that the cell below the lowest is the highest.
-    const HalfWords lowered = (HalfWords)truncated(x) + __builtin_convertvector(x < 0.0, HalfWords);
-    const Doubles cell = widened((HalfInts)lowered);
-    const Doubles f = x - cell;
-    const DoubleMask together = cell == cell[0];
-    if (every(together)) {
-        const NoiseRow &row = noiseRows()[lowered[0] & 255];
-        return f * ((f * row.a + row.b) * f + row.c) + row.d;
-    }
-    const HalfWords masked = lowered & 255;
-    const Cubics row = gather(noiseRows(), masked);
-    return f * ((f * row.a + row.b) * f + row.c) + row.d;
-}
-
-// Points that lie each in a cell of its own.
-Doubles noise2DAnywhere(HalfInts ix, Doubles fx, Doubles y) {
-    const HalfInts iy = truncated(y);
-    const Doubles fy = y - widened(iy);
-    const uint8_t *const permutation = noisePermutation();
-    const NoiseRow *const rows = noiseRows();
-    Doubles p[4];
-    for (uint32_t k = 0; k < 4; ++k) {
-        const HalfWords place = ((HalfWords)ix - 1 + k) & 255;
-        HalfWords column;
-        for (int i = 0; i < doubleLanes; ++i)
-            column[i] = permutation[place[i]];
-        const Cubics row = gather(rows, (column + (HalfWords)iy) & 255);
-        p[k] = ((fy * row.a + row.b) * fy + row.c) * fy + row.d;
-    }
-    const Doubles a = p[1] * 1.5 + p[0] * -0.5 + p[2] * -1.5 + p[3] * 0.5;
-    const Doubles b = p[1] * -2.5 + p[0] + (p[2] + p[2]) + p[3] * -0.5;
-    const Doubles c = p[0] * -0.5 + p[2] * 0.5;
-    return ((a * fx + b) * fx + c) * fx + p[1];
-}
-
-// The cubic along x of one cell at one y.
-NoiseRow cellCubic(int32_t ix, double y) {
-    const int32_t iy = truncated(all(y))[0];
-    const double fy = y - iy;
-    double p[4];
-    for (uint32_t k = 0; k < 4; ++k) {
-        const uint8_t column = noisePermutation()[((uint32_t)ix - 1 + k) & 255];
-        const NoiseRow &row = noiseRows()[(column + (uint32_t)iy) & 255];
-        p[k] = ((fy * row.a + row.b) * fy + row.c) * fy + row.d;
-    }
-    return {p[1] * 1.5 + p[0] * -0.5 + p[2] * -1.5 + p[3] * 0.5,
-            p[1] * -2.5 + p[0] + (p[2] + p[2]) + p[3] * -0.5, p[0] * -0.5 + p[2] * 0.5, p[1]};
-}
-
-// Points that most often lie in one cell at one y, as they do along a row of a surface that is not turned.
-inline Doubles noise2D(RowState &state, Doubles x, Doubles y) {
-    const HalfInts ix = truncated(x);
-    const Doubles cellX = widened(ix);
-    const Doubles fx = x - cellX;
-    const DoubleMask known = (cellX == state.cellX) & (y == state.cellY);
-    if (!every(known)) {
-        const DoubleMask together = (cellX == cellX[0]) & (y == y[0]);
-        if (!every(together))
-            return noise2DAnywhere(ix, fx, y);
-        state.cellX = cellX[0];
-        state.cellY = y[0];
-        state.cell = cellCubic(ix[0], y[0]);
-    }
-    return ((state.cell.a * fx + state.cell.b) * fx + state.cell.c) * fx + state.cell.d;
-}
-
 Doubles clippedAt(double c, Doubles n) {
     if (c == 0.0)
         return n;
@@ -344,12 +243,12 @@ Doubles turbulentNoise(const SheenValues &s, RowState &state, Doubles x, Doubles
     const double turbulence = s.values[kNoiseFreqMod];
     Doubles shiftX, shiftY;
     if (turbulence > 0.0) {
-        shiftX = shiftY = noise2D(state, x, y);
+        shiftX = shiftY = noise2D(state.cell, x, y);
     } else if (turbulence < 0.0) {
         shiftY = noise1D(x);
         shiftX = noise1D(y);
     } else {
-        return clipNoise(s, noise2D(state, x, y));
+        return clipNoise(s, noise2D(state.cell, x, y));
     }
     const Doubles y2 = shiftY * (turbulence * turbulenceReach) + y;
     const Doubles x2 = turbulenceReach * turbulence * shiftX + x;
@@ -558,7 +457,7 @@ void sample(const SheenValues &s, SampleRow &target) {
         target = row;
         return;
     }
-    RowState state = {certaintyOf(s), NAN, NAN, {}};
+    RowState state = {certaintyOf(s), noCell};
     const Doubles y = all(row.y);
     for (int x = 0; x + doubleLanes <= row.count; x += doubleLanes)
         sampleSome<kind, shaped, noisy>(s, state, row, y, x, doubleLanes);
