@@ -12,6 +12,8 @@ namespace lx {
 inline int32_t truncateToInt32(double value) {
 #if defined(__SSE2__)
     using Pair [[gnu::vector_size(16)]] = double;
+    // Hides constants, which some compilers convert themselves, and to other numbers where out of range.
+    asm("" : "+x"(value));
     return __builtin_ia32_cvttsd2si(Pair{value});
 #else
     // The bounds are exact in double: everything strictly between them truncates into range.

@@ -31,6 +31,13 @@ TEST(Numeric, TruncationOutOfRangeGivesTheLowestInteger) {
         EXPECT_EQ(truncateToInt64(value), std::numeric_limits<int64_t>::min()) << value;
 }
 
+TEST(Numeric, TruncationOfConstantsIsThatOfVariables) {
+    EXPECT_EQ(truncateToInt32(1e38), lowest);
+    EXPECT_EQ(truncateToInt32(-1e38), lowest);
+    EXPECT_EQ(truncateToInt32(double{INFINITY}), lowest);
+    EXPECT_EQ(roundToInt32(2147483647.5), lowest);
+}
+
 TEST(Numeric, RoundingTruncatesTheValuePlusAHalf) {
     EXPECT_EQ(roundToInt32(-0.7), 0);
     EXPECT_EQ(roundToInt32(-2.0), -1);
