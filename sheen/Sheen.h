@@ -19,9 +19,18 @@ struct _LxSheen {
     lx::LxSheenDescriptor &current() { return descriptors[currentDescriptor]; }
     lx::LxSheenLayer *layer(int32_t index) { return current().Layer(index < 0 ? currentLayer : index); }
 
+    // Appends to both descriptors, or throws and leaves both as they were.
     void addLayer(const lx::LxSheenLayer &layer) {
-        for (lx::LxSheenDescriptor &descriptor : descriptors)
-            descriptor.AddLayer(layer);
+        lx::LxSheenDescriptor &first = descriptors[0];
+        const int32_t currentOfFirst = first.currentLayer;
+        first.AddLayer(layer);
+        try {
+            descriptors[1].AddLayer(layer);
+        } catch (...) {
+            first.RemoveLayer(first.LayerCount() - 1);
+            first.SetCurrentLayer(currentOfFirst);
+            throw;
+        }
     }
     void setScale(double scale) {
         for (lx::LxSheenDescriptor &descriptor : descriptors)

@@ -40,7 +40,7 @@ LX_API void LxSheen_Delete(LxSheen *sheen);
 
 /* Appends a layer of default values, white and named `name` (copied; null is taken as empty), to both
  * descriptors, each of which makes it its own current layer; the object's current layer stays. Answers its
- * index in descriptor 0, or -1 if memory is short. Seeds rand. */
+ * index in descriptor 0, or -1 if memory is short: then nothing has changed. Seeds rand. */
 LX_API int32_t LxSheen_AddLayer(LxSheen *sheen, const char *name);
 
 /* On purpose removes nothing: it only looks the index up, as it stands, in descriptor 0 and if found there in

@@ -8,6 +8,7 @@
 #include <oxlume/oxlume.h>
 
 #include "foundation/Memory.h"
+#include "sheen/Sheen.h"
 #include "tests/reliability/FailingAllocations.h"
 #include "tests/reliability/Scenes.h"
 
@@ -98,3 +99,24 @@ INSTANTIATE_TEST_SUITE_P(Scenes, AllocationFailure, testing::ValuesIn(scenes()),
                                  name += *c == ' ' ? '_' : *c;
                              return name;
                          });
+
+TEST(SheenOutOfMemory, ALayerIsAddedToBothDescriptorsOrToNone) {
+    const char *const name = "a name too long to stand in a text's own record";
+    bool added = false;
+    for (int64_t failing = 0; !added; ++failing) {
+        SCOPED_TRACE(testing::Message() << "allocation " << failing);
+        LxSheen *const sheen = LxSheen_Create(4);
+        ASSERT_NE(sheen, nullptr);
+        ASSERT_EQ(LxSheen_AddLayer(sheen, name), 1);
+        sheen->descriptors[0].SetCurrentLayer(0);
+        {
+            const FailingAllocations allocations(failing, true);
+            added = LxSheen_AddLayer(sheen, name) == 2;
+        }
+        EXPECT_EQ(sheen->descriptors[0].LayerCount(), added ? 3 : 2);
+        EXPECT_EQ(sheen->descriptors[1].LayerCount(), added ? 3 : 2);
+        EXPECT_EQ(sheen->descriptors[0].currentLayer, added ? 2 : 0);
+        EXPECT_EQ(sheen->descriptors[1].currentLayer, added ? 2 : 1);
+        LxSheen_Delete(sheen);
+    }
+}
