@@ -36,26 +36,6 @@ uint32_t rowLimit(const LxImage &image) {
     return isInline(image) && image.flipped != 0 ? 1 : UINT32_MAX;
 }
 
-// The premultiplied mark, set for as long as this lives.
-class PremultipliedMark {
-public:
-    PremultipliedMark(LxBlend &blend, const LxImage &b)
-        : blend_(blend), set_(b.type == kLxPixelRGBAPremultiplied) {
-        if (set_)
-            blend_.premultiplied = 1;
-    }
-    ~PremultipliedMark() {
-        if (set_)
-            blend_.premultiplied = 0;
-    }
-    PremultipliedMark(const PremultipliedMark &) = delete;
-    PremultipliedMark &operator=(const PremultipliedMark &) = delete;
-
-private:
-    LxBlend &blend_;
-    const bool set_;
-};
-
 // The rectangle to blend, in the outer coordinates.
 std::optional<LxRectL> areaOf(const Operands &operands, const LxImage *mask, const LxRectL *rect) {
     const LxImage &b = operands.b;
@@ -116,9 +96,11 @@ void compositeRectangle(LxBlend &blend, const Operands &operands, const LxRectL 
     if (maskPixel == nullptr)
         return;
     h = std::min(h, rowLimit(*mask));
-    const PremultipliedMark mark(blend, b);
+    if (b.type == kLxPixelRGBAPremultiplied)
+        blend.premultiplied = 1;
     kernel(&blend, to.pixel, fromA.pixel, fromB.pixel, maskPixel, to.stride, fromA.stride, fromB.stride,
            stepDown(*mask), w, h);
+    blend.premultiplied = 0;
 }
 
 } // namespace lx

@@ -144,37 +144,36 @@ int32_t setSpan(LxImage &image, int32_t x0, int32_t x1, int32_t y, const LxColor
 // On purpose: a pixel of kLxPixelL is stored where single-pixel access finds it, one byte after the one
 // before.
 void frame(LxImage &image) {
+    if (firstRow(image) == nullptr)
+        return;
     const LxColor color = LxColor_RGBA(128, 128, 255, 255);
     const size_t bytes = storedBytes(image);
     const ptrdiff_t step = LxImage_BytesPerPixel(&image);
-    const int32_t w = width(image), last = height(image) - 1;
-    const auto set = [&](uint8_t *row, int32_t x) {
-        std::memcpy(row + x * step, color.content.bytes, bytes);
+    const auto set = [&](int32_t x, int32_t y) {
+        std::memcpy(rowAddress(image, y) + x * step, color.content.bytes, bytes);
     };
-    int32_t y = 0;
-    forEachStoredRow(image, [&](uint8_t *row) {
-        if (y == 0 || y == last) {
-            for (int32_t x = 0; x < w; ++x)
-                set(row, x);
-        }
-        set(row, 0);
-        set(row, w - 1);
-        ++y;
-    });
+    const int32_t lastX = width(image) - 1, lastY = height(image) - 1;
+    for (int32_t x = 0; x <= lastX; ++x) {
+        set(x, 0);
+        set(x, lastY);
+    }
+    for (int32_t y = 0; y <= lastY; ++y) {
+        set(0, y);
+        set(lastX, y);
+    }
 }
 
 void chequerboard(LxImage &image, int32_t mask, const LxColor &first, const LxColor &second) {
-    if (image.type > kLxPixelRGBAPremultiplied)
+    if (image.type > kLxPixelRGBAPremultiplied || firstRow(image) == nullptr)
         return;
     const size_t bytes = storedBytes(image);
-    int32_t stored = 0;
-    forEachStoredRow(image, [&](uint8_t *row) {
-        const int32_t y = storedRow(image, stored++);
-        for (int32_t x = 0; x < width(image); ++x, row += bytes) {
+    for (int32_t y = 0; y < height(image); ++y) {
+        uint8_t *pixel = rowAddress(image, y);
+        for (int32_t x = 0; x < width(image); ++x, pixel += bytes) {
             const bool same = ((x & mask) == 0) == ((y & mask) == 0);
-            std::memcpy(row, (same ? first : second).content.bytes, bytes);
+            std::memcpy(pixel, (same ? first : second).content.bytes, bytes);
         }
-    });
+    }
 }
 
 } // namespace

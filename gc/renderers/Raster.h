@@ -57,7 +57,7 @@ int32_t LxRaster_Restart(LxRaster *raster);
 // Adds the edge from (x0, y0) to (x1, y1), in pixels. An edge of no length is ignored.
 void LxRaster_AddEdge(LxRaster *raster, double x0, double y0, double x1, double y1);
 
-// Fills what the edges enclose. The edges stay, so another fill paints the same again. A null argument, a
-// shader without `color` and an image or colour without a kernel change nothing.
+// Fills what the edges enclose. The edges stay for another fill, but the plain kind has moved them along by
+// then. A null argument, a shader without `color` and an image or colour without a kernel change nothing.
 void LxRaster_Fill(LxRaster *raster, LxImage *image, const LxBlend *blend, LxShader *shader);
 }

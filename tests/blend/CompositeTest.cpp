@@ -152,6 +152,17 @@ TEST(Composite, PremultipliedDestinationsHaveNoKernelAndSourcesAreStraight) {
     EXPECT_EQ(blend.premultiplied, 0u);
 }
 
+TEST(Composite, AMaskedCallLeavesNoPremultipliedMark) {
+    LxBlend blend = blendOf(Mode::srcOver);
+    blend.premultiplied = 1;
+    const ImageHandle out = makeImage(kLxPixelRGBA, 3, 3), b = makeImage(kLxPixelRGB, 3, 3),
+                      mask = makeImage(kLxPixelA, 3, 3);
+    LxBlend_Image_Image(&blend, out.get(), b.get(), nullptr, nullptr);
+    EXPECT_EQ(blend.premultiplied, 1u) << "without a mask the call has a copy of the blend";
+    LxBlend_Image_Image(&blend, out.get(), b.get(), mask.get(), nullptr);
+    EXPECT_EQ(blend.premultiplied, 0u);
+}
+
 TEST(Composite, ATiledSourceAndNullsChangeNothing) {
     LxBlend blend = copying();
     const ImageHandle out = makePicture(dots), b = makePicture(letters);

@@ -127,16 +127,19 @@ TEST(Condition, SignalAndBroadcastWakeWaiters) {
         LxCond cond;
         LxMutex_Init(&mutex, 0);
         LxCond_Init(&cond);
-        bool ready = false;
+        bool waiting = false, ready = false;
         std::thread waiter([&] {
             LxMutex_Lock(&mutex);
+            waiting = true;
             while (!ready)
                 LxCond_Wait(&cond, &mutex);
             LxMutex_Unlock(&mutex);
         });
-        LxMutex_Lock(&mutex);
-        ready = true;
-        LxMutex_Unlock(&mutex);
+        for (bool isReady = false; !isReady;) {
+            LxMutex_Lock(&mutex); // once it is waiting, only its wait has let go of the mutex
+            isReady = ready = waiting;
+            LxMutex_Unlock(&mutex);
+        }
         broadcast ? LxCond_Broadcast(&cond) : LxCond_Signal(&cond);
         waiter.join();
         pthread_cond_destroy(&cond);

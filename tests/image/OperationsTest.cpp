@@ -258,6 +258,20 @@ TEST(ImageFrame, IsThePixelsOfTheBorderSetOneByOne) {
               (Bytes{128, 128, 255, 255, 128, 128, 255, 255, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
 }
 
+TEST(ImageFrame, WhereRowsOverlapTheOrderOfPixelsCounts) {
+    std::vector<uint8_t> memory(5);
+    const ImageHandle image(LxImage_CreateEx(kLxPixelRGBA, 0, 0, 1, 2, memory.data(), 1, 0, 0, 1));
+    LxImage_Frame(image.get()); // the lower row, which is stored first, comes last
+    EXPECT_EQ(memory, (std::vector<uint8_t>{128, 128, 255, 255, 255}));
+}
+
+TEST(ImageChequerboard, WhereRowsOverlapTheLowestIsTheLast) {
+    std::vector<uint8_t> memory(4);
+    const ImageHandle image(LxImage_CreateEx(kLxPixelRGBA, 0, 0, 1, 2, memory.data(), 0, 0, 0, 1));
+    LxImage_GenerateChequerboard(image.get(), 1, colorOf(1, 2, 3, 4), colorOf(5, 6, 7, 8));
+    EXPECT_EQ(memory, (std::vector<uint8_t>{5, 6, 7, 8}));
+}
+
 TEST(ImageChequerboard, FollowsTheBitsOfTheMask) {
     const LxColor one = colorOf(1, 1, 1, 1), two = colorOf(2, 2, 2, 2);
     for (const int32_t mask : {1, 2, 5, 8, 0, -1}) {

@@ -24,6 +24,11 @@ LxImage *imageOperations() {
     LxImage_FlipVertical(copy);
     LxImage_Add(copy, 0.25);
     LxImage_BlendColor(copy, paint(0, 255, 0, 255), LxBlend_WithChannel(6, 100, 6));
+    uint8_t memory[4 * 4 * 4];
+    LxImage *view = LxImage_CreateEx(kLxPixelRGBA, 0, 0, 4, 4, memory, 16, 0, 1, 0);
+    LxBlend over = LxBlend_Make(2, 255);
+    LxBlend_Image_Image(&over, copy, view, nullptr, nullptr);
+    LxImage_Delete(view);
     return copy;
 }
 
@@ -90,6 +95,12 @@ LxImage *gradients() {
 
 LxImage *pathEditing() {
     LxPath *path = LxPath_Create();
+    for (const double x : {10.0, 30.0}) {
+        LxPath_AddMoveTo(path, x, 10);
+        LxPath_AddLineTo(path, x + 15, 12);
+        LxPath_AddLineTo(path, x, 50);
+    }
+    LxPath_Close(path, 1);
     const LxRectD box = {5, 5, 50, 40};
     const LxPointD points[] = {{3, 3}, {20, 50}, {60, 12}, {33, 30}};
     LxPath_AddRect(path, &box, 4, 4);
@@ -103,12 +114,13 @@ LxImage *pathEditing() {
     LxPath *clipped = LxPath_CreateClipped(path, &box);
     LxPath *outlined = LxPath_CreateOutlined(clipped, nullptr, nullptr, 3, 16);
     LxPath *flat = LxPath_CreateDecomposed(outlined, nullptr);
+    LxPath *turned = LxPath_CreateTransformed(path, nullptr, &box);
     LxPath_Add(path, flat);
     LxImage *picture = newPicture();
     LxGC *gc = LxImage_GC(picture);
     LxGC_SetRenderMode(gc, kLxRenderFill);
     LxGC_Path(gc, path);
-    for (LxPath *each : {path, clipped, outlined, flat})
+    for (LxPath *each : {path, clipped, outlined, flat, turned})
         LxPath_Delete(each);
     return picture;
 }

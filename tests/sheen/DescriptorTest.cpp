@@ -331,6 +331,9 @@ TEST(Descriptor, LayerAtCountsFromTheFirstEnabledLayer) {
     EXPECT_EQ(d.LayerAt({0, 8}), -1);
     EXPECT_EQ(d.LayerAt({16, 8}), -1);
     EXPECT_EQ(d.LayerAt({NAN, 8}), -1);
+    d.Layer(1)->setEnabled(false);
+    EXPECT_EQ(d.LayerAt({8, 8}), 2) << "disabled ones after it count, too";
+    d.Layer(1)->setEnabled(true);
     d.Layer(0)->setEnabled(false);
     EXPECT_EQ(d.LayerAt({8, 8}), 1) << "counted from the second layer";
     d.Layer(1)->SetValue(kHeight, -2.0);

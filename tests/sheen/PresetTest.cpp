@@ -120,11 +120,13 @@ TEST(Preset, WhatIsWrittenReadsBack) {
             d.AddLayer(layer);
         }
         d.light.width = random.coin() ? random.real(1, 300) : d.light.width;
+        d.alphaThreshold = random.coin() ? random.real(0, 1) : d.alphaThreshold;
         const std::string text = writePreset(d);
         const LxSheenDescriptor back = read(text);
         ASSERT_EQ(writePreset(back), text);
         ASSERT_EQ(back.LayerCount(), d.LayerCount());
         EXPECT_EQ(back.light.width, d.light.width);
+        EXPECT_EQ(back.alphaThreshold, d.alphaThreshold);
         for (size_t i = 0; i < d.layers.size(); ++i) {
             EXPECT_EQ(back.layers[i].name, d.layers[i].name);
             EXPECT_EQ(back.layers[i].compositeMode, d.layers[i].compositeMode);

@@ -74,6 +74,19 @@ TEST(Surface, ConstructionTakesTheDefaultsAndSeedsTheNoise) {
     EXPECT_FALSE(surface.prepared);
 }
 
+TEST(Surface, ACopyIsAConstructionAndAnAssignment) {
+    LxSheenSurface surface;
+    surface.SetValue(kHeight, 0.25);
+    std::srand(0);
+    for (int i = 0; i < 256; ++i)
+        std::rand();
+    const int next = std::rand();
+    std::srand(99);
+    const LxSheenSurface copy(surface); // NOLINT(performance-unnecessary-copy-initialization)
+    EXPECT_EQ(std::rand(), next);
+    EXPECT_EQ(copy.Value(kHeight), 0.25);
+}
+
 TEST(Surface, SettingAValueMarksItDirtyAndReadingTheMaskPrepares) {
     LxSheenSurface surface;
     EXPECT_EQ(surface.SymmetryMask(), 15u);

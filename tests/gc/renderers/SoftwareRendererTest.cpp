@@ -9,6 +9,7 @@
 #include <oxlume/oxlume.h>
 
 #include "foundation/Memory.h"
+#include "gc/Context.h"
 #include "tests/gc/renderers/NaiveRaster.h"
 #include "tests/gc/renderers/RasterHandle.h"
 #include "tests/support/Random.h"
@@ -246,6 +247,14 @@ TEST(SoftwareRenderer, PixelsFillsAndImages) {
     LxGC_DrawImageAt(gc.get(), 0, 0, nullptr);
     LxGC_Sync(gc.get());
     LxGC_Flush(gc.get());
+}
+
+TEST(SoftwareRenderer, EveryPixelReadsAsWhite) {
+    const ImageHandle image = makeImage(kLxPixelRGBA, 4, 4);
+    const ContextHandle gc = contextOn(image);
+    const LxColor color = gc->renderers[0]->pixelColor(gc->renderers[0]);
+    EXPECT_EQ(color.type, kLxPixelRGBA);
+    EXPECT_EQ(color.content.l, -1);
 }
 
 TEST(SoftwareRenderer, WithoutATargetDrawsNothing) {
