@@ -201,7 +201,6 @@ void Pipeline::blendPixels(const Run &run) {
         return formOf(mode.mode)(run.out, in, run.pixels);
     in.b = madeSource(run);
     in.bLayout = Layout::rgba;
-    in.firstOfA = false;
     formOf(Mode::srcOver)(run.out, in, run.pixels);
 }
 
@@ -209,16 +208,12 @@ void Pipeline::blendPixels(const Run &run) {
 const uint8_t *Pipeline::madeSource(const Run &run) {
     const Cell &cell = plan_.cell;
     const uint8_t *const b = inRgba(cell.b, rgbaB_, run.b, run.pixels);
-    const uint8_t *first = inRgba(cell.a, rgbaA_, run.a, run.pixels);
-    if (takesFirstOfA()) {
-        forms_.firstOfRgba(first_.bytes, first, run.pixels);
-        first = first_.bytes;
-    }
+    const uint8_t *const a = inRgba(cell.a, rgbaA_, run.a, run.pixels);
     const auto mode = static_cast<size_t>(plan_.mode->mode);
     if (forms_.colours[mode] != nullptr)
-        forms_.colours[mode](made_.bytes, first, b, run.pixels);
+        forms_.colours[mode](made_.bytes, a, b, run.pixels);
     else
-        forms_.tables[mode](made_.bytes, first, b, true, 4 * run.pixels);
+        forms_.tables[mode](made_.bytes, a, b, true, 4 * run.pixels);
     return made_.bytes;
 }
 

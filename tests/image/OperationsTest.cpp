@@ -258,6 +258,12 @@ TEST(ImageFrame, IsThePixelsOfTheBorderSetOneByOne) {
               (Bytes{128, 128, 255, 255, 128, 128, 255, 255, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0}));
 }
 
+TEST(ImageFrame, NeedsPixels) {
+    const ImageHandle image(LxImage_CreateEx(kLxPixelRGBA, 0, 0, 2, 2, nullptr, 8, 0, 0, 0));
+    LxImage_Frame(image.get());
+    EXPECT_EQ(LxImage_ConstData(image.get()), nullptr);
+}
+
 TEST(ImageFrame, WhereRowsOverlapTheOrderOfPixelsCounts) {
     std::vector<uint8_t> memory(5);
     const ImageHandle image(LxImage_CreateEx(kLxPixelRGBA, 0, 0, 1, 2, memory.data(), 1, 0, 0, 1));
