@@ -1,6 +1,7 @@
 #include "sheen/Preset.h"
 
 #include <algorithm>
+#include <bit>
 #include <charconv>
 #include <initializer_list>
 #include <iterator>
@@ -200,6 +201,10 @@ void writeLight(const LxSheenDescriptor &descriptor, std::string &text) {
         text += joined({"[light]\n", lines, "\n"});
 }
 
+uint64_t bitsOf(double value) {
+    return std::bit_cast<uint64_t>(value);
+}
+
 // What stores as this value. Rounding takes a negative whole number up to the next, so one half is taken off
 // before.
 double storedAs(uint32_t index, double value) {
@@ -221,7 +226,8 @@ void writeLayer(const LxSheenLayer &layer, std::string &text) {
     if (!layer.isEnabled())
         text += "enabled = no\n";
     for (uint32_t i = 0; i < kSheenParameterCount; ++i) {
-        if (layer.Value(i) != sheenParameters[i].defaultValue)
+        // By their bits, so that a -0 is told.
+        if (bitsOf(layer.Value(i)) != bitsOf(sheenParameters[i].defaultValue))
             text += joined({sheenParameters[i].key, " = ", textOf(storedAs(i, layer.Value(i))), "\n"});
     }
 }

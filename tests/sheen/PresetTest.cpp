@@ -139,6 +139,14 @@ TEST(Preset, WhatIsWrittenReadsBack) {
     }
 }
 
+TEST(Preset, AZeroKeepsItsSign) {
+    LxSheenDescriptor d(8, 8);
+    LxSheenLayer layer("a");
+    layer.SetValue(kSwirl, -0.0);
+    d.AddLayer(layer);
+    EXPECT_TRUE(std::signbit(read(writePreset(d)).layers[0].Value(kSwirl)));
+}
+
 TEST(Preset, NamesValuesBeyondTheirLimits) {
     LxSheenDescriptor d = read("[layer a]\nkHeight = 2\nkSwirl = -11\nkInnerSize0 = 1\nkNoiseZoom = nan\n");
     const std::vector<std::string> expected = {"layer \"a\": kHeight = 2 lies beyond 0 to 1",
