@@ -112,8 +112,8 @@ LX_API LxGC *LxImage_GC(LxImage *image);
 /* ---- Segments: a picture cut into the fixed and the stretchable pieces of a frame ---- */
 
 /* The piece of a column and row of the three by three grid, each 0 to 2. Its far sides are the coordinates of
- * the piece's last column and row. The zero rectangle for a column above 2 and outside the grid's nine pieces,
- * which are counted by row * 3 + column, so that a column below 0 is one of the row before. */
+ * the piece's last column and row. The zero rectangle for a column above 2 and beyond the nine pieces, which
+ * count by row * 3 + column: a column below 0 is one of the row before. */
 LX_API LxRectL LxImage_SegmentRectL(const LxImage *image, int32_t column, int32_t row);
 
 /* The width of the first non-empty piece in each column, the height of the first in each row; 0 for none. One
