@@ -89,14 +89,11 @@ inline NoiseRow cellCubic(int32_t ix, double y) {
             p[1] * -2.5 + p[0] + (p[2] + p[2]) + p[3] * -0.5, p[0] * -0.5 + p[2] * 0.5, p[1]};
 }
 
-// The last cell of the plane that a whole vector lay in: the whole part of its x, its y, and the cubic along
-// x.
+// The last cell of the plane that a whole vector lay in: the whole part of x, y, and the cubic along x.
 struct NoiseCell {
-    double x, y;
-    NoiseRow cubic;
+    double x = NAN, y = NAN;
+    NoiseRow cubic = {};
 };
-
-const NoiseCell noCell = {NAN, NAN, {}};
 
 // Points that most often lie in one cell at one y, as they do along a row of a surface that is not turned.
 inline Doubles noise2D(NoiseCell &last, Doubles x, Doubles y) {

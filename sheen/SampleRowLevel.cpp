@@ -457,7 +457,7 @@ void sample(const SheenValues &s, SampleRow &target) {
         target = row;
         return;
     }
-    RowState state = {certaintyOf(s), noCell};
+    RowState state = {certaintyOf(s), {}};
     const Doubles y = all(row.y);
     for (int x = 0; x + doubleLanes <= row.count; x += doubleLanes)
         sampleSome<kind, shaped, noisy>(s, state, row, y, x, doubleLanes);
