@@ -37,6 +37,14 @@ double rimHeight(LxSheenSurface &surface, double d) {
     return heightAt(surface, 0.5 + surface.inner[0] + d * surface.border[0], 0.5);
 }
 
+// What rand gives next where the noise was seeded with 0.
+int nextOfSeededNoise() {
+    std::srand(0);
+    for (int i = 0; i < 256; ++i)
+        std::rand();
+    return std::rand();
+}
+
 } // namespace
 
 TEST(Surface, WholeNumberedParametersRound) {
@@ -60,10 +68,7 @@ TEST(Surface, ValuesAreNeverClamped) {
 }
 
 TEST(Surface, ConstructionTakesTheDefaultsAndSeedsTheNoise) {
-    std::srand(0);
-    for (int i = 0; i < 256; ++i)
-        std::rand();
-    const int next = std::rand();
+    const int next = nextOfSeededNoise();
     std::srand(99);
     LxSheenSurface surface;
     EXPECT_EQ(std::rand(), next);
@@ -77,10 +82,7 @@ TEST(Surface, ConstructionTakesTheDefaultsAndSeedsTheNoise) {
 TEST(Surface, ACopyIsAConstructionAndAnAssignment) {
     LxSheenSurface surface;
     surface.SetValue(kHeight, 0.25);
-    std::srand(0);
-    for (int i = 0; i < 256; ++i)
-        std::rand();
-    const int next = std::rand();
+    const int next = nextOfSeededNoise();
     std::srand(99);
     const LxSheenSurface copy(surface); // NOLINT(performance-unnecessary-copy-initialization)
     EXPECT_EQ(std::rand(), next);
